@@ -1,18 +1,23 @@
 #pragma once
 // Portable twins of the window system's value types that the core keeps or stores. Where bytes
 // are stored (a font in the settings), the layout is the window system's to the byte.
+//
+// They live in namespace win so that an adapter can include them beside the window system's own
+// headers; the helpers avoid the names that those headers define as macros (RGB, RedOf ...).
 
 #include <cstdint>
 
+namespace win {
+
 using COLORREF = std::uint32_t;  // 0x00BBGGRR
 
-constexpr COLORREF RGB(std::uint8_t r, std::uint8_t g, std::uint8_t b) {
+constexpr COLORREF MakeColor(std::uint8_t r, std::uint8_t g, std::uint8_t b) {
     return static_cast<COLORREF>(r) | (static_cast<COLORREF>(g) << 8) |
            (static_cast<COLORREF>(b) << 16);
 }
-constexpr std::uint8_t GetRValue(COLORREF c) { return static_cast<std::uint8_t>(c & 0xFF); }
-constexpr std::uint8_t GetGValue(COLORREF c) { return static_cast<std::uint8_t>((c >> 8) & 0xFF); }
-constexpr std::uint8_t GetBValue(COLORREF c) { return static_cast<std::uint8_t>((c >> 16) & 0xFF); }
+constexpr std::uint8_t RedOf(COLORREF c) { return static_cast<std::uint8_t>(c & 0xFF); }
+constexpr std::uint8_t GreenOf(COLORREF c) { return static_cast<std::uint8_t>((c >> 8) & 0xFF); }
+constexpr std::uint8_t BlueOf(COLORREF c) { return static_cast<std::uint8_t>((c >> 16) & 0xFF); }
 
 struct POINT {
     std::int32_t x = 0;
@@ -66,3 +71,5 @@ struct WINDOWPOS {
     std::int32_t cy = 0;
     std::uint32_t flags = 0;
 };
+
+}  // namespace win
