@@ -1,0 +1,22 @@
+#pragma once
+// The file system port on the real disk of a POSIX system. File names are UTF-8 on disk; both
+// '\' and '/' separate folders in the paths the core passes in.
+
+#include "ports/file_system.h"
+
+class PosixFileSystem : public FileSystem {
+public:
+    wchar_t Separator() const override { return L'/'; }
+    std::vector<FoundFile> Find(const std::wstring& pattern) override;
+    std::optional<FoundFile> Stat(const std::wstring& path) override;
+    std::unique_ptr<InputFile> OpenRead(const std::wstring& path) override;
+    std::optional<std::string> ReadAll(const std::wstring& path, std::uint64_t limit) override;
+    bool WriteAtomic(const std::wstring& path, const std::string& bytes) override;
+    bool CreateFolder(const std::wstring& path) override;
+    bool Remove(const std::wstring& path) override;
+    std::wstring CreateUniqueFile(const std::wstring& folder, const std::wstring& prefix) override;
+    std::wstring ModulePath() override;
+    std::wstring UserName() override;
+    std::wstring UserDataFolder() override;
+    std::wstring TempFolder() override;
+};
