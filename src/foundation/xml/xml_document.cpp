@@ -24,12 +24,20 @@ XmlDocument& XmlDocument::operator=(const XmlDocument& other) {
 }
 
 bool XmlDocument::Parse(const wchar_t* text) {
-    return Parse(std::wstring(text ? text : L""));
+    // Assigning keeps the buffer of an earlier text: large documents are not copied into
+    // fresh memory on every parse.
+    m_strDoc.assign(text ? text : L"");
+    return Reindex();
 }
 
 bool XmlDocument::Parse(std::wstring text) {
-    std::wstring previous = std::move(m_strError);
     m_strDoc = std::move(text);
+    return Reindex();
+}
+
+bool XmlDocument::Reindex() {
+    std::wstring previous = std::move(m_strError);
+    m_strError.clear();
     SetPosition({});
     // Names stored before refer to the old index.
     m_pSavedPositions.reset();

@@ -64,6 +64,7 @@ public:
     const XmlElementIndex& Index() const { return m_index; }
 
 private:
+    bool Reindex();  // builds the index of m_strDoc
     // The element after `index` among its siblings (or the first child of `parent` when
     // `index` is 0) whose name matches; 0 when there is none.
     int NextMatching(int parent, int index, const wchar_t* name) const;
