@@ -1,5 +1,6 @@
 #include "platform/portable/portable_profile_file.h"
 
+#include <algorithm>
 #include <cstdint>
 
 #include "platform/portable/profile_document.h"
@@ -55,28 +56,14 @@ std::wstring CopyEntry(std::wstring_view value, std::size_t capacity) {
     return copy;
 }
 
-// Splits a buffer of terminated strings at its first empty string.
-std::vector<std::wstring> SplitMultiString(const std::wstring& buffer) {
-    std::vector<std::wstring> strings;
-    std::size_t start = 0;
-    while (start < buffer.size() && buffer[start] != L'\0') {
-        std::size_t end = buffer.find(L'\0', start);
-        if (end == std::wstring::npos)
-            end = buffer.size();
-        strings.push_back(buffer.substr(start, end - start));
-        start = end + 1;
-    }
-    return strings;
-}
-
 // The section lines as the platform puts them into a buffer of `capacity` characters: each
 // "key=value" (or a lone key) with its terminator, blank lines and comments left out. The string
 // that does not fit is cut, and nothing follows it.
 std::vector<std::wstring> FillSectionBuffer(const ProfileDocument& document,
                                             const ProfileDocument::Section& section,
                                             std::size_t capacity) {
-    std::wstring buffer;
-    std::size_t left = capacity;
+    std::vector<std::wstring> result;
+    std::size_t left = capacity;  // characters still free in the platform's buffer
     const auto& lines = document.Lines();
     for (std::size_t i = section.begin; i < section.end && left > 2; ++i) {
         const auto& line = lines[i];
@@ -84,19 +71,19 @@ std::vector<std::wstring> FillSectionBuffer(const ProfileDocument& document,
             continue;
         if (!line.name.empty() && line.name.front() == L';')
             continue;
-        std::wstring name = line.name.substr(0, left - 2);
-        left -= name.size() + 1;
-        buffer += name;
+        std::wstring text = line.name.substr(0, left - 2);
+        left -= text.size() + 1;
+        if (left >= 2 && line.value) {
+            const std::size_t count = std::min(line.value->size(), left - 2);
+            left -= count + 1;
+            text += L'=';
+            text.append(*line.value, 0, count);
+        }
+        result.push_back(std::move(text));
         if (left < 2)
             break;
-        if (line.value) {
-            std::wstring value = line.value->substr(0, left - 2);
-            left -= value.size() + 1;
-            buffer += L'=' + value;
-        }
-        buffer += L'\0';
     }
-    return SplitMultiString(buffer);
+    return result;
 }
 
 // Section names into a buffer of `capacity` characters; the name that reaches the end of the

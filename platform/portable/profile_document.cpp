@@ -1,5 +1,7 @@
 #include "platform/portable/profile_document.h"
 
+#include <algorithm>
+
 #include "foundation/no_case.h"
 #include "foundation/text_encoding.h"
 
@@ -129,16 +131,22 @@ ProfileDocument ProfileDocument::Parse(std::string_view bytes) {
         document.m_byteOrderMark = true;
         bytes.remove_prefix(kUtf8Mark.size());
     }
+    document.m_source = bytes;
+    const std::string_view source = document.m_source;
+    document.m_lines.reserve(
+        static_cast<std::size_t>(std::count(bytes.begin(), bytes.end(), '\n')) + 1);
     std::size_t start = 0;
-    while (start < bytes.size()) {
-        std::size_t end = bytes.find('\n', start);
+    while (start < source.size()) {
+        std::size_t end = source.find('\n', start);
         if (end == std::string_view::npos)
-            end = bytes.size();
-        const std::string_view raw = bytes.substr(start, end - start);
+            end = source.size();
+        const std::string_view raw = source.substr(start, end - start);
         if (start == 0)
             document.m_carriageReturn = !raw.empty() && raw.back() == '\r';
         Line line = ParseLine(IsValidUtf8(raw) ? FromUtf8(raw) : FromCp1252(raw));
-        line.raw = std::string(raw);
+        line.hasRaw = true;
+        line.rawBegin = start;
+        line.rawLength = raw.size();
         document.m_lines.push_back(std::move(line));
         start = end + 1;
     }
@@ -151,8 +159,8 @@ std::string ProfileDocument::Serialize() const {
         bytes += kUtf8Mark;
     const char* lineEnd = m_carriageReturn ? "\r\n" : "\n";
     for (const Line& line : m_lines) {
-        if (line.raw) {
-            bytes += *line.raw;
+        if (line.hasRaw) {
+            bytes.append(m_source, line.rawBegin, line.rawLength);
             bytes += '\n';
             continue;
         }

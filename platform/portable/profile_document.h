@@ -17,7 +17,10 @@ public:
         Kind kind = Kind::Blank;
         std::wstring name;                  // section name of a header, key of an entry
         std::optional<std::wstring> value;  // entries with "=" only
-        std::optional<std::string> raw;     // the bytes read; none for a line made here
+        // The bytes read, as a range of the file's bytes; none for a line made here.
+        bool hasRaw = false;
+        std::size_t rawBegin = 0;
+        std::size_t rawLength = 0;
     };
 
     // Lines [begin, end) after a header; `header` is npos for the lines before the first one.
@@ -56,6 +59,7 @@ private:
     static Line MakeLine(const std::wstring& text);
     std::size_t LastFilled(const Section& section) const;
 
+    std::string m_source;  // the bytes read, which unchanged lines point into
     std::vector<Line> m_lines;
     bool m_byteOrderMark = true;   // new files carry one, so that every reader takes them as UTF-8
     bool m_carriageReturn = true;  // line ends of lines made here follow the file's first line
