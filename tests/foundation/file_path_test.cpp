@@ -117,12 +117,6 @@ TEST_F(FilePathTest, EqualityIgnoresCase) {
     EXPECT_EQ(copy.GetFileName(), L"y.dwg");
 }
 
-TEST_F(FilePathTest, ModulePathIsTheRunningProgram) {
-    const CFilePath module(CFilePath::ThisModule{});
-    EXPECT_TRUE(module.m_bExists);
-    EXPECT_EQ(module.GetFileTitle(), L"test_foundation");
-}
-
 TEST_F(FilePathTest, InvalidNamesAreReportedOnlyWhenAsked) {
     RecordingMessageBoxes boxes;
     ScopedPort<MessageBoxes> boxPort(boxes);
