@@ -1,0 +1,119 @@
+#include "platform/sim/sim_database.h"
+
+#include <stdexcept>
+
+SimDatabase::SimDatabase(DbObjectId firstId) : m_nextId(firstId) {
+    for (DbClass table : {DbClass::kBlockTable, DbClass::kLayerTable, DbClass::kLinetypeTable,
+                          DbClass::kViewportTable, DbClass::kViewTable, DbClass::kTextStyleTable,
+                          DbClass::kDimStyleTable, DbClass::kRegAppTable, DbClass::kUcsTable}) {
+        m_tables[table] = Add(table, 0, L"");
+    }
+    m_blockTable = m_tables[DbClass::kBlockTable];
+    m_namedObjects = Add(DbClass::kDictionary, 0, L"");
+    m_layoutDict = AddDictionaryEntry(L"ACAD_LAYOUT", DbClass::kDictionary);
+    // Layer states live in the layer table's extension dictionary in a real drawing; one
+    // dictionary reached from the named objects dictionary serves the core the same way.
+    m_layerStates = AddDictionaryEntry(L"ACAD_LAYERSTATES", DbClass::kDictionary);
+    Add(DbClass::kLayerTableRecord, m_tables[DbClass::kLayerTable], L"0");
+    Add(DbClass::kRegAppTableRecord, m_tables[DbClass::kRegAppTable], L"ACAD");
+
+    m_modelSpace = AddBlock(L"*Model_Space", DbBlockFlags{false, false, true, false});
+    AddLayoutFor(m_modelSpace, L"Model", 0);
+    m_paperSpace = AddLayout(L"Layout1", 1);
+    m_currentLayout = m_paperSpace;
+}
+
+DbObjectId SimDatabase::Add(DbClass cls, DbObjectId owner, const std::wstring& name) {
+    DbObjectId id = m_nextId++;
+    SimDbObject& obj = m_objects[id];
+    obj.cls = cls;
+    obj.id = id;
+    obj.owner = owner;
+    obj.name = name;
+    if (owner != 0)
+        m_objects.at(owner).children.push_back(id);
+    return id;
+}
+
+DbObjectId SimDatabase::AddLayoutFor(DbObjectId blockId, const std::wstring& layoutName,
+                                     int tabOrder) {
+    DbObjectId layout = Add(DbClass::kLayout, m_layoutDict, layoutName);
+    m_objects.at(layout).tabOrder = tabOrder;
+    m_objects.at(layout).layoutId = blockId;
+    m_objects.at(blockId).layoutId = layout;
+    return layout;
+}
+
+DbObjectId SimDatabase::AddLayout(const std::wstring& layoutName, int tabOrder) {
+    // The first paper space is "*Paper_Space", the others are numbered from 0, as the host
+    // names them.
+    std::wstring blockName = L"*Paper_Space";
+    if (m_paperSpaceCount > 0)
+        blockName += std::to_wstring(m_paperSpaceCount - 1);
+    ++m_paperSpaceCount;
+    DbObjectId block = AddBlock(blockName, DbBlockFlags{false, false, true, false});
+    AddLayoutFor(block, layoutName, tabOrder);
+    return block;
+}
+
+DbObjectId SimDatabase::AddBlock(const std::wstring& name, DbBlockFlags flags) {
+    DbObjectId id = Add(DbClass::kBlockTableRecord, m_blockTable, name);
+    m_objects.at(id).flags = flags;
+    return id;
+}
+
+DbObjectId SimDatabase::AddXref(const std::wstring& name, const std::wstring& originalPath,
+                                HostDatabase* resolved) {
+    DbObjectId id = AddBlock(name, DbBlockFlags{false, true, false, false});
+    m_objects.at(id).xrefPath = originalPath;
+    m_objects.at(id).xrefDatabase = resolved;
+    return id;
+}
+
+DbObjectId SimDatabase::AddEntity(DbObjectId blockId, DbClass cls) {
+    if (m_objects.at(blockId).cls != DbClass::kBlockTableRecord) {
+        throw std::invalid_argument("entities belong to a block table record");
+    }
+    return Add(cls, blockId, L"");
+}
+
+DbObjectId SimDatabase::AddView(const std::wstring& name, bool dependent) {
+    DbObjectId id = Add(DbClass::kViewTableRecord, m_tables.at(DbClass::kViewTable), name);
+    m_objects.at(id).flags.isDependent = dependent;
+    return id;
+}
+
+DbObjectId SimDatabase::AddRegApp(const std::wstring& name) {
+    return Add(DbClass::kRegAppTableRecord, m_tables.at(DbClass::kRegAppTable), name);
+}
+
+DbObjectId SimDatabase::AddLayerState(const std::wstring& name) {
+    return Add(DbClass::kObject, m_layerStates, name);
+}
+
+DbObjectId SimDatabase::AddDictionaryEntry(const std::wstring& name, DbClass cls) {
+    return Add(cls, m_namedObjects, name);
+}
+
+void SimDatabase::Erase(DbObjectId id) {
+    m_objects.at(id).erased = true;
+}
+
+DbObjectId SimDatabase::TableId(DbClass table) const {
+    auto it = m_tables.find(table);
+    return it == m_tables.end() ? 0 : it->second;
+}
+
+void SimDatabase::SetCurrentLayout(DbObjectId blockId) {
+    m_currentLayout = blockId;
+    m_tilemode = blockId == m_modelSpace;
+}
+
+int SimDatabase::OpenCount() const {
+    int count = 0;
+    for (const auto& [id, obj] : m_objects) {
+        if (obj.readers > 0 || obj.writer)
+            ++count;
+    }
+    return count;
+}

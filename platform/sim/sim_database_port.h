@@ -1,0 +1,64 @@
+#pragma once
+// The database port over the simulated host's databases. It keeps the host's open rules so
+// that a caller that forgets to close, or opens twice for write, is caught by a test.
+
+#include <map>
+#include <vector>
+
+#include "platform/sim/sim_database.h"
+#include "ports/host_database.h"
+
+class SimDatabasePort : public HostDatabasePort {
+public:
+    void Register(SimDatabase* db) { m_databases.push_back(db); }
+    void Unregister(SimDatabase* db);
+    void SetWorkingDatabase(SimDatabase* db) { m_working = db; }
+    int LockDepth() const { return m_lockDepth; }
+    int LocksTaken() const { return m_locksTaken; }
+
+    HostDatabase* WorkingDatabase() override;
+    void LockDocumentOf(DbObjectId id) override;
+    void UnlockDocumentOf(DbObjectId id) override;
+    DbStatus Open(DbObjectId id, DbClass cls, DbOpenMode mode, bool openErased,
+                  DbObject*& out) override;
+    DbStatus OpenSymbolTable(HostDatabase* db, DbClass table, DbOpenMode mode,
+                             DbObject*& out) override;
+    DbStatus OpenNamedObjectsDictionary(HostDatabase* db, DbOpenMode mode, DbObject*& out) override;
+    void Close(DbObject* obj) override;
+    DbObjectId IdOf(DbObject* obj) override;
+    bool IsErased(DbObject* obj) override;
+    DbObjectId CurrentSpaceId(HostDatabase* db) override;
+    std::wstring ActiveLayoutName() override;
+    DbStatus GetAt(DbObject* table, const std::wstring& name, DbObjectId& id) override;
+    std::vector<DbObjectId> RecordIds(DbObject* table) override;
+    std::wstring RecordName(DbObject* record) override;
+    bool IsDependent(DbObject* record) override;
+    DbBlockFlags BlockFlags(DbObject* record) override;
+    DbObjectId LayoutId(DbObject* record) override;
+    std::vector<DbObjectId> EntityIds(DbObject* record, bool includeErased) override;
+    std::wstring LayoutName(DbObject* layout) override;
+    int TabOrder(DbObject* layout) override;
+    std::vector<std::pair<std::wstring, DbObjectId>> Entries(DbObject* dict) override;
+    DbStatus AddDictionary(DbObject* dict, const std::wstring& name, bool treatElementsAsHard,
+                           DbObject*& out) override;
+
+private:
+    struct Handle {
+        SimDatabase* db;
+        DbObjectId id;
+        DbOpenMode mode;
+    };
+    SimDatabase* Owner(DbObjectId id) const;
+    SimDbObject& Obj(DbObject* obj);
+    DbStatus OpenIn(SimDatabase* db, DbObjectId id, DbClass cls, DbOpenMode mode, bool openErased,
+                    DbObject*& out);
+
+    std::vector<SimDatabase*> m_databases;  // not owned
+    SimDatabase* m_working = nullptr;
+    // Every handle is checked against this table, so a stale or closed one fails a test
+    // instead of reading freed memory.
+    std::map<DbObject*, Handle> m_handles;
+    std::uintptr_t m_nextHandle = 1;
+    int m_lockDepth = 0;
+    int m_locksTaken = 0;
+};

@@ -1,0 +1,174 @@
+#pragma once
+// The simulated host: documents and their databases, the command stack, system variables, the
+// command line, the dynamic linker, the automation application object and message boxes, with
+// the host's events fired in the host's order. Constructing a SimHost installs it (and its
+// window system) behind the core's ports; destroying it puts back what was there.
+//
+// A test drives it as a CAD user would: open drawings, type commands, save, close, quit.
+
+#include <deque>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/sim/sim_database.h"
+#include "platform/sim/sim_database_port.h"
+#include "platform/sim/sim_window_system.h"
+#include "ports/com_error.h"
+#include "ports/host_automation.h"
+#include "ports/host_documents.h"
+#include "ports/host_services.h"
+#include "ports/message_box.h"
+#include "ports/port.h"
+
+// What the host tells its document and editor reactors, in the host's order.
+class SimHostListener {
+public:
+    virtual ~SimHostListener() = default;
+    virtual void DocumentCreated(HostDocument*) {}
+    virtual void DocumentActivated(HostDocument*) {}
+    virtual void DocumentToBeDestroyed(HostDocument*) {}
+    virtual void CommandWillStart(const std::wstring&) {}
+    virtual void CommandEnded(const std::wstring&) {}
+    virtual void SaveComplete(HostDatabase*, const std::wstring&) {}
+};
+
+struct SimDocument {
+    std::wstring pathName;  // full path; a new drawing's is its bare name
+    std::wstring title;
+    bool readOnly = false;
+    bool everSaved = false;
+    int dbmod = 0;
+    std::unique_ptr<SimDatabase> database;
+};
+
+struct SimMessageBox {
+    std::wstring text;
+    std::wstring caption;
+    unsigned flags = 0;
+};
+
+class SimHost : public HostServices,
+                public HostDocuments,
+                public HostAutomation,
+                public MessageBoxes {
+public:
+    SimHost();
+    ~SimHost() override;
+    SimHost(const SimHost&) = delete;
+    SimHost& operator=(const SimHost&) = delete;
+
+    // --- the user's session ---
+    HostDocument* OpenDrawing(const std::wstring& path, bool readOnly = false);
+    HostDocument* NewDrawing();
+    void Activate(HostDocument* doc);
+    void Modify(HostDocument* doc);  // an edit: DBMOD gets its first bit
+    // Types a command at the command line of the active document. Registered commands run
+    // between commandWillStart and commandEnded with CMDNAMES set; SAVE, QSAVE and CLOSE are
+    // the host's own. Returns false for an unknown name (reported on the command line).
+    bool Type(const std::wstring& command);
+    void Quit() { m_quitting = true; }
+
+    // --- what a test sets up ---
+    void SetBackgroundMode(bool on) { m_backgroundMode = on; }
+    void SetHasAutomation(bool has) { m_hasAutomation = has; }
+    // The next automation call (and every one after it until cleared) throws this.
+    void FailAutomation(HRESULT code, const std::wstring& description);
+    void ClearAutomationFailure() { m_automationFailure.reset(); }
+    void QueueAnswer(int answer) { m_answers.push_back(answer); }
+    void SetMainExecutableYear(int year) { m_mainExecutableYear = year; }
+    void SetModuleProductVersion(const std::wstring& text) { m_productVersion = text; }
+    void AddListener(SimHostListener* listener) { m_listeners.push_back(listener); }
+    void RemoveListener(SimHostListener* listener);
+
+    // --- what a test looks at ---
+    SimWindowSystem& Windows() { return m_windows; }
+    SimDatabasePort& DatabasePort() { return m_databasePort; }
+    SimDocument& Document(HostDocument* doc);
+    SimDatabase& DatabaseOf(HostDocument* doc) { return *Document(doc).database; }
+    const std::vector<std::wstring>& CommandLine() const { return m_lines; }
+    std::wstring CommandLineText() const;
+    const std::vector<SimMessageBox>& MessageBoxesShown() const { return m_boxes; }
+    const std::vector<HostCommandRegistration>& Commands() const { return m_commands; }
+    bool HasCommand(const std::wstring& name) const;
+    bool IsMdiAware(HostAppPacket* pkt) const;
+    bool IsUnlocked(HostAppPacket* pkt) const;
+    int AutomationReferences() const { return m_automationRefs; }
+
+    // --- HostServices ---
+    bool IsInBackgroundMode() override { return m_backgroundMode; }
+    bool IsQuitting() override { return m_quitting; }
+    std::optional<std::wstring> GetVariable(const std::wstring& name) override;
+    bool SetVariable(const std::wstring& name, const std::wstring& value) override;
+    void Print(const std::wstring& text) override;
+    std::wstring ProductKey() override;
+    std::wstring ModuleProductVersion() override { return m_productVersion; }
+    std::wstring ComputerName() override { return L"SIMHOST"; }
+    int MainExecutableYear() override { return m_mainExecutableYear; }
+    bool AddCommand(const HostCommandRegistration& command) override;
+    void RemoveGroup(const std::wstring& group) override;
+    void RegisterAppMdiAware(HostAppPacket* pkt) override { m_mdiAware.push_back(pkt); }
+    void UnlockApplication(HostAppPacket* pkt) override { m_unlocked.push_back(pkt); }
+
+    // --- HostDocuments ---
+    HostDocument* MdiActiveDocument() override { return m_active; }
+    HostDocument* CurDocument() override { return m_active; }
+    std::vector<HostDocument*> Documents() override;
+    HostDocument* DocumentOf(HostDatabase* db) override;
+    std::wstring FileName(HostDocument* doc) override { return Document(doc).pathName; }
+    std::wstring Title(HostDocument* doc) override { return Document(doc).title; }
+    bool IsReadOnly(HostDocument* doc) override { return Document(doc).readOnly; }
+    bool IsModified(HostDocument* doc) override { return Document(doc).dbmod != 0; }
+    HostDatabase* Database(HostDocument* doc) override { return Document(doc).database->Handle(); }
+
+    // --- HostAutomation ---
+    HostApplication* QueryApplication() override;
+    void Release(HostApplication* app) override;
+
+    // --- MessageBoxes: answered from the queue, kIdOk when it is empty ---
+    int Show(const std::wstring& text, const std::wstring& caption, unsigned flags) override;
+
+private:
+    HostDocument* AddDocument(std::unique_ptr<SimDocument> doc);
+    void CloseDocument(HostDocument* doc);
+    void SaveDocument(HostDocument* doc);
+    void CheckAutomation() const;
+    template <class Fire>
+    void Notify(Fire fire) {
+        auto listeners = m_listeners;  // a listener may remove itself
+        for (SimHostListener* l : listeners)
+            fire(*l);
+    }
+
+    SimWindowSystem m_windows;
+    SimDatabasePort m_databasePort;
+    std::vector<std::unique_ptr<SimDocument>> m_documents;
+    HostDocument* m_active = nullptr;
+    int m_newDrawings = 0;
+    DbObjectId m_nextDatabaseBase = 1;
+    std::map<std::wstring, std::wstring> m_variables;
+    std::wstring m_partialLine;
+    std::vector<std::wstring> m_lines;
+    std::vector<HostCommandRegistration> m_commands;
+    std::vector<HostAppPacket*> m_mdiAware;
+    std::vector<HostAppPacket*> m_unlocked;
+    std::vector<SimHostListener*> m_listeners;
+    std::deque<int> m_answers;
+    std::vector<SimMessageBox> m_boxes;
+    std::optional<ComError> m_automationFailure;
+    bool m_hasAutomation = true;
+    int m_automationRefs = 0;
+    bool m_backgroundMode = false;
+    bool m_quitting = false;
+    int m_mainExecutableYear = 2006;
+    std::wstring m_productVersion = L"2, 0, 0, 97";
+
+    ScopedPort<HostServices> m_servicesPort;
+    ScopedPort<HostDocuments> m_documentsPort;
+    ScopedPort<HostAutomation> m_automationPort;
+    ScopedPort<MessageBoxes> m_messageBoxPort;
+    ScopedPort<WindowSystem> m_windowPort;
+    ScopedPort<HostDatabasePort> m_databasePortSlot;
+};

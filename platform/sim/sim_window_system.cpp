@@ -1,0 +1,168 @@
+#include "platform/sim/sim_window_system.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+SimWindowSystem::SimWindowSystem() {
+    // A maximised frame on a full-HD screen: MDI client above a docked command line.
+    m_frame = Make(nullptr, L"HostFrame", win::RECT{0, 0, 1920, 1040}, ws::kVisible);
+    m_mdiClient = Make(m_frame, L"MDIClient", win::RECT{0, 60, 1920, 880},
+                       ws::kChild | ws::kVisible | ws::kClipChildren);
+    m_cmdContainer = Make(m_frame, L"CommandBar", win::RECT{0, 880, 1920, 1020},
+                          ws::kChild | ws::kVisible | ws::kClipChildren);
+    m_cmdWnd = Make(m_cmdContainer, L"CommandWindow", win::RECT{0, 0, 1920, 140},
+                    ws::kChild | ws::kVisible);
+    m_cmdLine =
+        Make(m_cmdWnd, L"CommandLine", win::RECT{0, 0, 1920, 140}, ws::kChild | ws::kVisible);
+}
+
+HostWindow* SimWindowSystem::Make(HostWindow* parent, const std::wstring& className,
+                                  const win::RECT& rect, unsigned style) {
+    auto window = std::make_unique<SimWindow>();
+    window->className = className;
+    window->parent = parent;
+    window->rect = rect;
+    window->style = style;
+    auto* handle = reinterpret_cast<HostWindow*>(window.get());
+    m_windows[handle] = std::move(window);
+    return handle;
+}
+
+SimWindow& SimWindowSystem::Window(HostWindow* window) {
+    auto it = m_windows.find(window);
+    if (it == m_windows.end())
+        throw std::logic_error("no such window");
+    return *it->second;
+}
+
+std::vector<HostWindow*> SimWindowSystem::ChildrenOf(HostWindow* parent,
+                                                     const std::wstring& className) {
+    std::vector<HostWindow*> found;
+    for (auto& [handle, window] : m_windows) {
+        if (window->parent == parent && window->className == className)
+            found.push_back(handle);
+    }
+    return found;
+}
+
+HostWindow* SimWindowSystem::FindChild(HostWindow* parent, const std::wstring& className,
+                                       const std::wstring& title) {
+    for (auto& [handle, window] : m_windows) {
+        if (window->parent == parent && window->className == className && window->title == title) {
+            return handle;
+        }
+    }
+    return nullptr;
+}
+
+HostWindow* SimWindowSystem::Parent(HostWindow* window) {
+    return IsWindow(window) ? Window(window).parent : nullptr;
+}
+
+bool SimWindowSystem::IsWindow(HostWindow* window) {
+    return m_windows.count(window) != 0;
+}
+
+HostWindow* SimWindowSystem::CreateChild(HostWindow* parent, const std::wstring& className,
+                                         const win::RECT& rect, unsigned style) {
+    if (parent != nullptr && !IsWindow(parent))
+        return nullptr;
+    return Make(parent, className, rect, style);
+}
+
+void SimWindowSystem::Destroy(HostWindow* window) {
+    if (!IsWindow(window))
+        return;
+    std::vector<HostWindow*> children;
+    for (auto& [handle, w] : m_windows) {
+        if (w->parent == window)
+            children.push_back(handle);
+    }
+    for (HostWindow* child : children)
+        Destroy(child);
+    m_windows.erase(window);
+}
+
+win::RECT SimWindowSystem::RectInParent(HostWindow* window) {
+    return Window(window).rect;
+}
+
+win::RECT SimWindowSystem::ScreenRect(HostWindow* window) {
+    win::RECT rect = Window(window).rect;
+    for (HostWindow* p = Window(window).parent; p != nullptr; p = Window(p).parent) {
+        const win::RECT& outer = Window(p).rect;
+        rect.left += outer.left;
+        rect.right += outer.left;
+        rect.top += outer.top;
+        rect.bottom += outer.top;
+    }
+    return rect;
+}
+
+void SimWindowSystem::Move(HostWindow* window, const win::RECT& rect, bool repaint) {
+    SimWindow& w = Window(window);
+    win::WINDOWPOS pos;
+    pos.hwnd = window;
+    pos.x = rect.left;
+    pos.y = rect.top;
+    pos.cx = rect.Width();
+    pos.cy = rect.Height();
+    // Newest hook first, as a chain of subclassed procedures.
+    auto hooks = w.hooks;
+    for (auto it = hooks.rbegin(); it != hooks.rend(); ++it)
+        (*it)->OnWindowPosChanging(window, pos);
+    w.rect = win::RECT{pos.x, pos.y, pos.x + pos.cx, pos.y + pos.cy};
+    m_moves.push_back(MoveRecord{window, w.rect, repaint});
+}
+
+void SimWindowSystem::Redraw(HostWindow* window, unsigned) {
+    ++Window(window).redraws;
+}
+
+void SimWindowSystem::Show(HostWindow* window, bool show) {
+    SimWindow& w = Window(window);
+    w.style = show ? (w.style | ws::kVisible) : (w.style & ~ws::kVisible);
+}
+
+bool SimWindowSystem::IsVisible(HostWindow* window) {
+    for (HostWindow* p = window; p != nullptr; p = Window(p).parent) {
+        if ((Window(p).style & ws::kVisible) == 0)
+            return false;
+    }
+    return true;
+}
+
+bool SimWindowSystem::IsZoomed(HostWindow* window) {
+    return Window(window).zoomed;
+}
+
+void SimWindowSystem::Maximize(HostWindow* window) {
+    Window(window).zoomed = true;
+    Show(window, true);
+}
+
+void SimWindowSystem::CenterInScreen(HostWindow* window) {
+    SimWindow& w = Window(window);
+    int width = w.rect.Width();
+    int height = w.rect.Height();
+    int left = (kScreen.Width() - width) / 2;
+    int top = (kScreen.Height() - height) / 2;
+    Move(window, win::RECT{left, top, left + width, top + height}, true);
+}
+
+unsigned SimWindowSystem::Style(HostWindow* window) {
+    return Window(window).style;
+}
+
+void SimWindowSystem::ModifyStyle(HostWindow* window, unsigned remove, unsigned add) {
+    SimWindow& w = Window(window);
+    w.style = (w.style & ~remove) | add;
+}
+
+void SimWindowSystem::Hook(HostWindow* window, WindowHook* hook) {
+    Window(window).hooks.push_back(hook);
+}
+
+void SimWindowSystem::Unhook(HostWindow* window, WindowHook* hook) {
+    std::erase(Window(window).hooks, hook);
+}

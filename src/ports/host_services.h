@@ -1,0 +1,53 @@
+#pragma once
+// What the core asks of the host process itself: its modes, its system variables, its command
+// line, its command stack and dynamic linker, and where its product keeps its settings.
+
+#include <functional>
+#include <optional>
+#include <string>
+
+// The application handle the host passes to the entry point; the core only hands it back.
+struct HostAppPacket;
+
+using HostCommandFunction = std::function<void()>;
+
+struct HostCommandRegistration {
+    std::wstring group;
+    std::wstring globalName;
+    std::wstring localName;
+    unsigned flags = 0;
+    HostCommandFunction function;
+};
+
+class HostServices {
+public:
+    virtual ~HostServices() = default;
+
+    virtual bool IsInBackgroundMode() = 0;
+    virtual bool IsQuitting() = 0;
+
+    // A system variable as text (integers in decimal); nullopt when the host has no such name.
+    virtual std::optional<std::wstring> GetVariable(const std::wstring& name) = 0;
+    virtual bool SetVariable(const std::wstring& name, const std::wstring& value) = 0;
+
+    // Text for the command line, already formatted; "\n" ends a line.
+    virtual void Print(const std::wstring& text) = 0;
+
+    // The host's registry key below the user hive, without the hive ("Software\\...\\R17.0\\...").
+    virtual std::wstring ProductKey() = 0;
+
+    // The module's "ProductVersion" text ("2, 0, 0, 97") and the machine's name.
+    virtual std::wstring ModuleProductVersion() = 0;
+    virtual std::wstring ComputerName() = 0;
+
+    // The year the host's main program file was last modified (the banner's credit line).
+    virtual int MainExecutableYear() = 0;
+
+    // The command stack. Returns false when the host refuses (a name already taken).
+    virtual bool AddCommand(const HostCommandRegistration& command) = 0;
+    virtual void RemoveGroup(const std::wstring& group) = 0;
+
+    // The dynamic linker.
+    virtual void RegisterAppMdiAware(HostAppPacket* pkt) = 0;
+    virtual void UnlockApplication(HostAppPacket* pkt) = 0;
+};
