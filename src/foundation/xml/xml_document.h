@@ -17,8 +17,8 @@ public:
     XmlDocument() = default;
     XmlDocument(const XmlDocument& other);
     XmlDocument& operator=(const XmlDocument& other);
-    XmlDocument(XmlDocument&&) noexcept = default;
-    XmlDocument& operator=(XmlDocument&&) noexcept = default;
+    XmlDocument(XmlDocument&&) = default;
+    XmlDocument& operator=(XmlDocument&&) = default;
 
     // Replaces the text (null reads as empty) and builds the index. Returns true for a
     // well-formed document; otherwise there is no root and Error() says why. A text that

@@ -31,6 +31,13 @@ XmlElementIndex& XmlElementIndex::operator=(const XmlElementIndex& other) {
     return *this;
 }
 
+void XmlElementIndex::Swap(XmlElementIndex& other) noexcept {
+    m_pages.swap(other.m_pages);
+    std::swap(m_iFree, other.m_iFree);
+    std::swap(m_nAllocated, other.m_nAllocated);
+    std::swap(m_nPageSlots, other.m_nPageSlots);
+}
+
 void XmlElementIndex::Reset(int capacity) {
     Allocate(std::max(capacity, 1));
     (*this)[0] = XmlElementRecord{};

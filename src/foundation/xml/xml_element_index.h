@@ -35,8 +35,13 @@ public:
     // Copies hold the records in use, and room for at least 8.
     XmlElementIndex(const XmlElementIndex& other);
     XmlElementIndex& operator=(const XmlElementIndex& other);
-    XmlElementIndex(XmlElementIndex&&) noexcept = default;
-    XmlElementIndex& operator=(XmlElementIndex&&) noexcept = default;
+    // A moved-from index is left holding a valid index (the other one's, or a fresh one).
+    XmlElementIndex(XmlElementIndex&& other) : XmlElementIndex() { Swap(other); }
+    XmlElementIndex& operator=(XmlElementIndex&& other) noexcept {
+        Swap(other);
+        return *this;
+    }
+    void Swap(XmlElementIndex& other) noexcept;
 
     // Drops every record and makes room for `capacity`; the document record is cleared.
     void Reset(int capacity);

@@ -292,6 +292,8 @@ TEST(XmlDocumentCopy, CopiesAreIndependentAndKeepPositions) {
     original.Parse(L"<gone/>");
     ASSERT_TRUE(second.ReturnToPosition(L"here"));
     EXPECT_EQ(second.Attribute(second.ChildIndex(), L"x"), L"2");
-    copy = copy;  // self-assignment keeps the document
-    EXPECT_TRUE(copy.FindSibling(L"other"));
+    XmlDocument moved(std::move(copy));
+    EXPECT_TRUE(moved.FindSibling(L"other"));
+    EXPECT_FALSE(copy.FindSibling());  // what is left behind is still a usable document
+    EXPECT_TRUE(copy.Parse(L"<again/>"));
 }
