@@ -1,0 +1,245 @@
+#include "views/area_reduction.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+#if defined(__x86_64__) || defined(_M_X64)
+#define TABROW_X86_KERNELS 1
+#include <immintrin.h>
+#endif
+
+namespace {
+
+double Fraction(double value) {
+    return value - std::trunc(value);
+}
+
+// Adds one source row to the accumulators of a target row: `lanes` doubles per target column,
+// bytesPerPixel sums and the weight sum last.
+void AccumulateRowPlain(const std::uint8_t* row, const AreaAxis& columns, double rowWeight,
+                        unsigned bytesPerPixel, double* acc) {
+    const unsigned lanes = bytesPerPixel + 1;
+    for (const AreaSpan& span : columns.spans) {
+        const double* weights = columns.weights.data() + span.weightOffset;
+        const std::uint8_t* p = row + static_cast<std::size_t>(span.first) * bytesPerPixel;
+        for (unsigned j = 0; j < span.count; ++j, p += bytesPerPixel) {
+            for (unsigned c = 0; c < bytesPerPixel; ++c)
+                acc[c] += p[c] * weights[j] * rowWeight;
+            acc[bytesPerPixel] += weights[j] * rowWeight;
+        }
+        acc += lanes;
+    }
+}
+
+#ifdef TABROW_X86_KERNELS
+
+// Three samples and the weight sum in one pair of two-lane registers: every lane does exactly
+// the plain loop's multiply, multiply, add. A pixel is loaded as four bytes, so the caller
+// makes sure one byte beyond the row's last pixel can be read.
+void AccumulateRgbSpansSse2(const std::uint8_t* row, const AreaSpan* spans, std::size_t count,
+                            const double* allWeights, double rowWeight, double* acc) {
+    const __m128d weightOfRow = _mm_set1_pd(rowWeight);
+    const __m128d one = _mm_set1_pd(1.0);
+    const __m128i zero = _mm_setzero_si128();
+    for (std::size_t t = 0; t < count; ++t) {
+        const AreaSpan& span = spans[t];
+        const double* weights = allWeights + span.weightOffset;
+        const std::uint8_t* p = row + static_cast<std::size_t>(span.first) * 3;
+        __m128d rg = _mm_loadu_pd(acc);
+        __m128d bw = _mm_loadu_pd(acc + 2);
+        for (unsigned j = 0; j < span.count; ++j, p += 3) {
+            std::int32_t bytes;
+            std::memcpy(&bytes, p, 4);
+            __m128i wide = _mm_unpacklo_epi8(_mm_cvtsi32_si128(bytes), zero);
+            wide = _mm_unpacklo_epi16(wide, zero);
+            const __m128d sRg = _mm_cvtepi32_pd(wide);
+            const __m128d sB1 =
+                _mm_unpacklo_pd(_mm_cvtepi32_pd(_mm_shuffle_epi32(wide, 0xEE)), one);
+            const __m128d w = _mm_set1_pd(weights[j]);
+            rg = _mm_add_pd(rg, _mm_mul_pd(_mm_mul_pd(sRg, w), weightOfRow));
+            bw = _mm_add_pd(bw, _mm_mul_pd(_mm_mul_pd(sB1, w), weightOfRow));
+        }
+        _mm_storeu_pd(acc, rg);
+        _mm_storeu_pd(acc + 2, bw);
+        acc += 4;
+    }
+}
+
+void AccumulateRgbSse2(const std::uint8_t* row, const AreaAxis& columns, double rowWeight,
+                       double* acc) {
+    AccumulateRgbSpansSse2(row, columns.spans.data(), columns.spans.size(), columns.weights.data(),
+                           rowWeight, acc);
+}
+
+// A pixel's three samples and 1.0 for the weight lane.
+__attribute__((target("avx2"), always_inline)) inline __m256d SampleAvx2(const std::uint8_t* p) {
+    std::int32_t bytes;
+    std::memcpy(&bytes, p, 4);
+    const __m256d s = _mm256_cvtepi32_pd(_mm_cvtepu8_epi32(_mm_cvtsi32_si128(bytes)));
+    return _mm256_blend_pd(s, _mm256_set1_pd(1.0), 8);
+}
+
+// The same with all four lanes in one register; no fused multiply-add, which would round once
+// where the plain loop rounds twice.
+__attribute__((target("avx2"))) void AccumulateRgbAvx2(const std::uint8_t* row,
+                                                       const AreaAxis& columns, double rowWeight,
+                                                       double* acc) {
+    const __m256d weightOfRow = _mm256_set1_pd(rowWeight);
+    const AreaSpan* spans = columns.spans.data();
+    const std::size_t count = columns.spans.size();
+    std::size_t t = 0;
+    // Two target columns at a time: their sums are independent, so the adds overlap.
+    for (; t + 1 < count; t += 2) {
+        const AreaSpan& a = spans[t];
+        const AreaSpan& b = spans[t + 1];
+        const double* wa = columns.weights.data() + a.weightOffset;
+        const double* wb = columns.weights.data() + b.weightOffset;
+        const std::uint8_t* pa = row + static_cast<std::size_t>(a.first) * 3;
+        const std::uint8_t* pb = row + static_cast<std::size_t>(b.first) * 3;
+        __m256d sumA = _mm256_loadu_pd(acc + 4 * t);
+        __m256d sumB = _mm256_loadu_pd(acc + 4 * t + 4);
+        const unsigned common = std::min(a.count, b.count);
+        unsigned j = 0;
+        for (; j < common; ++j) {
+            sumA = _mm256_add_pd(
+                sumA, _mm256_mul_pd(_mm256_mul_pd(SampleAvx2(pa + 3 * j), _mm256_set1_pd(wa[j])),
+                                    weightOfRow));
+            sumB = _mm256_add_pd(
+                sumB, _mm256_mul_pd(_mm256_mul_pd(SampleAvx2(pb + 3 * j), _mm256_set1_pd(wb[j])),
+                                    weightOfRow));
+        }
+        for (unsigned k = j; k < a.count; ++k)
+            sumA = _mm256_add_pd(
+                sumA, _mm256_mul_pd(_mm256_mul_pd(SampleAvx2(pa + 3 * k), _mm256_set1_pd(wa[k])),
+                                    weightOfRow));
+        for (unsigned k = j; k < b.count; ++k)
+            sumB = _mm256_add_pd(
+                sumB, _mm256_mul_pd(_mm256_mul_pd(SampleAvx2(pb + 3 * k), _mm256_set1_pd(wb[k])),
+                                    weightOfRow));
+        _mm256_storeu_pd(acc + 4 * t, sumA);
+        _mm256_storeu_pd(acc + 4 * t + 4, sumB);
+    }
+    if (t < count)
+        AccumulateRgbSpansSse2(row, spans + t, 1, columns.weights.data(), rowWeight, acc + 4 * t);
+}
+
+bool HasAvx2() {
+    static const bool has = __builtin_cpu_supports("avx2");
+    return has;
+}
+
+#endif
+
+using RgbKernel = void (*)(const std::uint8_t*, const AreaAxis&, double, double*);
+
+RgbKernel ChooseRgbKernel() {
+#ifdef TABROW_X86_KERNELS
+    return HasAvx2() ? AccumulateRgbAvx2 : AccumulateRgbSse2;
+#else
+    return nullptr;
+#endif
+}
+
+}  // namespace
+
+AreaAxis BuildAreaAxis(unsigned source, unsigned target) {
+    AreaAxis axis;
+    axis.spans.resize(target);
+    const double scale = static_cast<double>(source) / static_cast<double>(target);
+    for (unsigned i = 0; i < target; ++i) {
+        const double start = i * scale;
+        const double end = (i + 1) * scale;
+        const unsigned first = static_cast<unsigned>(std::trunc(start));
+        const double past = std::trunc(end + 0.99999999999);
+        const unsigned last = static_cast<unsigned>(std::min<double>(past, source)) - 1;
+        AreaSpan& span = axis.spans[i];
+        span.first = first;
+        span.count = last - first + 1;
+        span.weightOffset = axis.weights.size();
+        for (unsigned k = first; k <= last; ++k) {
+            double weight = 1.0;
+            if (k == first)
+                weight = 1.0 - Fraction(start);
+            else if (k == last && std::trunc(end) == k)
+                weight = Fraction(end);
+            axis.weights.push_back(weight);
+        }
+    }
+    return axis;
+}
+
+void ReduceByArea(const ImageView& source, const ImageTarget& target, unsigned bytesPerPixel) {
+    const AreaAxis columns = BuildAreaAxis(source.width, target.width);
+    const AreaAxis rows = BuildAreaAxis(source.height, target.height);
+    const unsigned lanes = bytesPerPixel + 1;
+    std::vector<double> acc(static_cast<std::size_t>(target.width) * lanes);
+    const RgbKernel fast = bytesPerPixel == 3 ? ChooseRgbKernel() : nullptr;
+    // The fast kernels read one byte past a pixel; the buffer's very last row gets a copy with
+    // room for it.
+    std::vector<std::uint8_t> lastRow;
+    if (fast != nullptr) {
+        lastRow.assign(static_cast<std::size_t>(source.width) * 3 + 1, 0);
+        std::memcpy(lastRow.data(), source.pixels + (source.height - 1) * source.stride,
+                    static_cast<std::size_t>(source.width) * 3);
+    }
+    for (unsigned ty = 0; ty < target.height; ++ty) {
+        std::fill(acc.begin(), acc.end(), 0.0);
+        const AreaSpan& span = rows.spans[ty];
+        for (unsigned k = 0; k < span.count; ++k) {
+            const unsigned y = span.first + k;
+            const double rowWeight = rows.weights[span.weightOffset + k];
+            const std::uint8_t* row = source.pixels + y * source.stride;
+            if (fast == nullptr)
+                AccumulateRowPlain(row, columns, rowWeight, bytesPerPixel, acc.data());
+            else
+                fast(y + 1 == source.height ? lastRow.data() : row, columns, rowWeight, acc.data());
+        }
+        std::uint8_t* out = target.pixels + ty * target.stride;
+        const double* sums = acc.data();
+        for (unsigned tx = 0; tx < target.width; ++tx, sums += lanes) {
+            for (unsigned c = 0; c < bytesPerPixel; ++c)
+                *out++ = static_cast<std::uint8_t>(static_cast<int>(sums[c] / sums[bytesPerPixel]));
+        }
+    }
+}
+
+void ReduceByWholeBlocks(const ImageView& source, const ImageTarget& target,
+                         unsigned bytesPerPixel) {
+    const std::size_t rowBytes = static_cast<std::size_t>(target.width) * bytesPerPixel;
+    if (source.width == target.width && source.height == target.height) {
+        for (unsigned y = 0; y < target.height; ++y)
+            std::memcpy(target.pixels + y * target.stride, source.pixels + y * source.stride,
+                        rowBytes);
+        return;
+    }
+    const unsigned ratioX = source.width / target.width;
+    const unsigned ratioY = source.height / target.height;
+    const unsigned n = std::min(ratioX, ratioY);
+    const std::uint32_t divisor = n * n;
+    std::vector<std::uint32_t> sums(rowBytes);
+    for (unsigned ty = 0; ty < target.height; ++ty) {
+        std::fill(sums.begin(), sums.end(), 0u);
+        for (unsigned k = 0; k < n; ++k) {
+            const std::uint8_t* row = source.pixels + (ty * ratioY + k) * source.stride;
+            std::uint32_t* sum = sums.data();
+            for (unsigned tx = 0; tx < target.width; ++tx, sum += bytesPerPixel) {
+                const std::uint8_t* p = row + static_cast<std::size_t>(tx) * ratioX * bytesPerPixel;
+                for (unsigned j = 0; j < n; ++j, p += bytesPerPixel)
+                    for (unsigned c = 0; c < bytesPerPixel; ++c)
+                        sum[c] += p[c];
+            }
+        }
+        std::uint8_t* out = target.pixels + ty * target.stride;
+        for (std::size_t i = 0; i < rowBytes; ++i)
+            out[i] = static_cast<std::uint8_t>(sums[i] / divisor);
+    }
+}
+
+const char* AreaReductionKernel() {
+#ifdef TABROW_X86_KERNELS
+    return HasAvx2() ? "avx2" : "sse2";
+#else
+    return "plain";
+#endif
+}
