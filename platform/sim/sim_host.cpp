@@ -30,7 +30,8 @@ SimHost::SimHost()
       m_automationPort(*this),
       m_messageBoxPort(*this),
       m_windowPort(m_windows),
-      m_databasePortSlot(m_databasePort) {
+      m_databasePortSlot(m_databasePort),
+      m_registryPort(m_registry) {
     m_variables = {{L"CMDNAMES", L""},
                    {L"CVPORT", L"2"},
                    {L"CPROFILE", L"<<Unnamed Profile>>"},
@@ -121,7 +122,8 @@ bool SimHost::Type(const std::wstring& command) {
     auto registered = std::find_if(m_commands.begin(), m_commands.end(), [&](const auto& c) {
         return EqualNoCase(c.globalName, name) || EqualNoCase(c.localName, name);
     });
-    bool builtIn = name == L"SAVE" || name == L"QSAVE" || name == L"CLOSE";
+    bool builtIn = name == L"SAVE" || name == L"QSAVE" || name == L"CLOSE" ||
+                   (name == L"APPLOAD" && m_appLoader);
     if (registered == m_commands.end() && !builtIn) {
         Print(L"Unknown command \"" + name + L"\".  Press F1 for help.\n");
         return false;
@@ -132,6 +134,9 @@ bool SimHost::Type(const std::wstring& command) {
     if (registered != m_commands.end()) {
         HostCommandFunction function = registered->function;  // the command may unregister
         function();
+    } else if (name == L"APPLOAD") {
+        auto loader = m_appLoader;
+        loader();
     } else if (doc != nullptr && name != L"CLOSE") {
         SaveDocument(doc);
     }

@@ -2,11 +2,13 @@
 // The simulated host: documents and their databases, the command stack, system variables, the
 // command line, the dynamic linker, the automation application object and message boxes, with
 // the host's events fired in the host's order. Constructing a SimHost installs it (and its
-// window system) behind the core's ports; destroying it puts back what was there.
+// window system and the machine's key/value store) behind the core's ports; destroying it puts back
+// what was there.
 //
 // A test drives it as a CAD user would: open drawings, type commands, save, close, quit.
 
 #include <deque>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -15,6 +17,7 @@
 
 #include "platform/sim/sim_database.h"
 #include "platform/sim/sim_database_port.h"
+#include "platform/sim/sim_registry.h"
 #include "platform/sim/sim_window_system.h"
 #include "ports/com_error.h"
 #include "ports/host_automation.h"
@@ -67,7 +70,8 @@ public:
     void Modify(HostDocument* doc);  // an edit: DBMOD gets its first bit
     // Types a command at the command line of the active document. Registered commands run
     // between commandWillStart and commandEnded with CMDNAMES set; SAVE, QSAVE and CLOSE are
-    // the host's own. Returns false for an unknown name (reported on the command line).
+    // the host's own, and APPLOAD runs the loader a test set. Returns false for an unknown name
+    // (reported on the command line).
     bool Type(const std::wstring& command);
     void Quit() { m_quitting = true; }
 
@@ -78,6 +82,8 @@ public:
     void FailAutomation(HRESULT code, const std::wstring& description);
     void ClearAutomationFailure() { m_automationFailure.reset(); }
     void QueueAnswer(int answer) { m_answers.push_back(answer); }
+    // What APPLOAD does when the user picks the module: the test's loader runs inside the command.
+    void SetAppLoader(std::function<void()> loader) { m_appLoader = std::move(loader); }
     void SetMainExecutableYear(int year) { m_mainExecutableYear = year; }
     void SetModuleProductVersion(const std::wstring& text) { m_productVersion = text; }
     void AddListener(SimHostListener* listener) { m_listeners.push_back(listener); }
@@ -86,6 +92,7 @@ public:
     // --- what a test looks at ---
     SimWindowSystem& Windows() { return m_windows; }
     SimDatabasePort& DatabasePort() { return m_databasePort; }
+    SimRegistry& Registry() { return m_registry; }
     SimDocument& Document(HostDocument* doc);
     SimDatabase& DatabaseOf(HostDocument* doc) { return *Document(doc).database; }
     const std::vector<std::wstring>& CommandLine() const { return m_lines; }
@@ -144,6 +151,7 @@ private:
 
     SimWindowSystem m_windows;
     SimDatabasePort m_databasePort;
+    SimRegistry m_registry;
     std::vector<std::unique_ptr<SimDocument>> m_documents;
     HostDocument* m_active = nullptr;
     int m_newDrawings = 0;
@@ -155,6 +163,7 @@ private:
     std::vector<HostAppPacket*> m_mdiAware;
     std::vector<HostAppPacket*> m_unlocked;
     std::vector<SimHostListener*> m_listeners;
+    std::function<void()> m_appLoader;
     std::deque<int> m_answers;
     std::vector<SimMessageBox> m_boxes;
     std::optional<ComError> m_automationFailure;
@@ -171,4 +180,5 @@ private:
     ScopedPort<MessageBoxes> m_messageBoxPort;
     ScopedPort<WindowSystem> m_windowPort;
     ScopedPort<HostDatabasePort> m_databasePortSlot;
+    ScopedPort<KeyValueStore> m_registryPort;
 };

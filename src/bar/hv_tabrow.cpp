@@ -1,0 +1,80 @@
+#include "bar/hv_tabrow.h"
+
+#include "host/tabrow_app.h"
+#include "ports/port.h"
+#include "ports/window_system.h"
+
+namespace {
+constexpr int kDockedThickness = 24;
+constexpr win::RECT kFloatingRect{100, 100, 700, 130};
+}  // namespace
+
+HvTabrow::HvTabrow() {
+    LoadSettings();
+}
+
+HvTabrow::~HvTabrow() {
+    WindowSystem& windows = Use<WindowSystem>();
+    if (m_hFloatWnd != nullptr)
+        windows.Destroy(m_hFloatWnd);  // takes the bar with it
+    if (m_hWnd != nullptr)
+        windows.Destroy(m_hWnd);
+}
+
+void HvTabrow::LoadSettings() {
+    m_bFloating = theApp.GetInt(L"", L"Floating", 0);
+    m_nWidthOnCmdWnd = theApp.GetInt(L"", L"WidthOnCmdWnd", 0);
+}
+
+bool HvTabrow::Create() {
+    WindowSystem& windows = Use<WindowSystem>();
+    if (g_hwndCmdWnd != nullptr)
+        m_rcCmdWnd = windows.RectInParent(g_hwndCmdWnd);
+    if (m_nWidthOnCmdWnd == 0)
+        m_nWidthOnCmdWnd = m_rcCmdWnd.Width() / 2;
+    const unsigned style = ws::kChild | ws::kVisible;
+    if (m_bFloating != 0) {
+        m_hFloatWnd = windows.CreateChild(nullptr, L"HvTrFloatWnd", kFloatingRect, ws::kVisible);
+        m_hWnd = windows.CreateChild(m_hFloatWnd, L"HvTabrow",
+                                     win::RECT{0, 0, kFloatingRect.Width(), kFloatingRect.Height()},
+                                     style);
+    } else {
+        win::RECT frame = windows.RectInParent(g_hwndFrame);
+        m_hWnd = windows.CreateChild(g_hwndFrame, L"HvTabrow",
+                                     win::RECT{0, 0, frame.Width(), kDockedThickness}, style);
+    }
+    return m_hWnd != nullptr;
+}
+
+void HvTabrow::ShowBar() {
+    WindowSystem& windows = Use<WindowSystem>();
+    if (m_hFloatWnd != nullptr)
+        windows.Show(m_hFloatWnd, true);
+    if (m_hWnd != nullptr)
+        windows.Show(m_hWnd, true);
+    if (m_hFloatWnd == nullptr)
+        RefreshHostLayout(g_hwndFrame);  // only a docked bar takes room from the host
+}
+
+void HvTabrow::HideBar() {
+    WindowSystem& windows = Use<WindowSystem>();
+    if (m_hFloatWnd != nullptr)
+        windows.Show(m_hFloatWnd, false);
+    if (m_hWnd != nullptr)
+        windows.Show(m_hWnd, false);
+    if (m_hFloatWnd == nullptr)
+        RefreshHostLayout(g_hwndFrame);
+}
+
+bool HvTabrow::IsBarVisible() const {
+    return m_hWnd != nullptr && Use<WindowSystem>().IsVisible(m_hWnd);
+}
+
+void HvTabrow::CenterFloating() {
+    if (m_hFloatWnd != nullptr)
+        Use<WindowSystem>().CenterInScreen(m_hFloatWnd);
+}
+
+void HvTabrow::OnDocumentActivated(HostDocument* doc) {
+    m_pActiveDoc = doc;
+}

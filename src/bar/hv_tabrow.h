@@ -1,0 +1,38 @@
+#pragma once
+// The document bar. It is created by the application's start-up as a child of the host's frame
+// (or inside its own floating window), shown and hidden by TRON and TROFF, and told which
+// drawing is active.
+
+#include "foundation/win_types.h"
+
+struct HostDocument;
+struct HostWindow;
+
+class HvTabrow {
+public:
+    HvTabrow();  // loads the settings
+    virtual ~HvTabrow();
+    HvTabrow(const HvTabrow&) = delete;
+    HvTabrow& operator=(const HvTabrow&) = delete;
+
+    virtual bool Create();
+    void LoadSettings();
+    void ShowBar();
+    void HideBar();
+    bool IsBarVisible() const;
+    void CenterFloating();
+    void OnDocumentActivated(HostDocument* doc);
+
+    HostWindow* GetSafeHwnd() const { return m_hWnd; }
+    HostWindow* FloatingWindow() const { return m_hFloatWnd; }
+    HostDocument* ActiveDocument() const { return m_pActiveDoc; }
+
+    int m_bFloating = 0;
+    int m_nWidthOnCmdWnd = 0;
+    win::RECT m_rcCmdWnd;  // the command window as the bar last saw it
+
+private:
+    HostWindow* m_hWnd = nullptr;       // owned: destroyed with the bar
+    HostWindow* m_hFloatWnd = nullptr;  // owned, null while docked
+    HostDocument* m_pActiveDoc = nullptr;
+};

@@ -1,0 +1,252 @@
+#include "host/tabrow_app.h"
+
+#include <cstdio>
+
+#include "bar/hv_tabrow.h"
+#include "ports/com_error.h"
+#include "ports/host_automation.h"
+#include "ports/host_documents.h"
+#include "ports/host_services.h"
+#include "ports/message_box.h"
+#include "ports/port.h"
+#include "ports/window_system.h"
+
+namespace {
+
+HvApp MakeApp() {
+    return HvApp(L"Tabrow", L"2.0", L"Harvane\\Tabrow",
+                 // The registry version stays that of the older host line on purpose: settings
+                 // of earlier installations are found where they were.
+                 L"2.0 - R17",
+                 L"Tabrow is a document switching toolbar for AutoCAD 2007 and compatibles.  "
+                 L"Please send any questions , comments or suggestions to:",
+                 L"HvNe", 5);
+}
+
+constexpr wchar_t kGroup[] = L"HVTR";
+
+// The two-stage edge of a command: an automation failure is shown with its code, anything else
+// becomes one line naming the command's function. Nothing passes into the host.
+template <class Body>
+void CommandEdge(const char* function, Body body) {
+    try {
+        body();
+    } catch (const ComError& e) {
+        wchar_t code[16];
+        std::swprintf(code, 16, L"%08X", static_cast<unsigned>(e.Error()));
+        Use<MessageBoxes>().Show(L"Error [0x" + std::wstring(code) + L"]\n" + e.Description(), L"",
+                                 mb::kOk | mb::kIconError);
+    } catch (...) {
+        std::wstring name(function, function + std::char_traits<char>::length(function));
+        Use<HostServices>().Print(L"\nUnexpected error in " + name + L"\n");
+    }
+}
+
+void ObtainHostApp() {
+    // A host without an automation object (E_NOINTERFACE) is tolerated, and so is any other
+    // failure: the pointer stays null and the start-up says so.
+    try {
+        g_pHostApp = Use<HostAutomation>().QueryApplication();
+    } catch (...) {
+        g_pHostApp = nullptr;
+    }
+}
+
+bool FindHostWindows(HostWindow*& frame, HostWindow*& mdiClient, HostWindow*& cmdWnd,
+                     HostWindow*& cmdContainer) {
+    WindowSystem& windows = Use<WindowSystem>();
+    frame = windows.HostFrame();
+    // The title is an empty string, not a null pointer: only an untitled MDI client matches.
+    mdiClient = frame ? windows.FindChild(frame, L"MDIClient", L"") : nullptr;
+    HostWindow* cmdLine = windows.DockedCommandLine();
+    cmdWnd = cmdLine ? windows.Parent(cmdLine) : nullptr;
+    cmdContainer = cmdWnd ? windows.Parent(cmdWnd) : nullptr;
+    return frame && mdiClient && cmdWnd && cmdContainer;
+}
+
+void CreateBar() {
+    g_pTabrow = new HvTabrow();
+    g_pTabrow->Create();
+    // The window hooks, the sheet set manager and the message watcher join here as the bar's
+    // layout and the host's events are built.
+    if (theApp.GetInt(L"", L"On", 1) != 0) {
+        TrOn();
+    } else {
+        TrOff();
+    }
+    g_pTabrow->OnDocumentActivated(Use<HostDocuments>().MdiActiveDocument());
+}
+
+void RemoveHook(WindowHook*& hook, HostWindow* window, bool quitting) {
+    if (hook == nullptr)
+        return;
+    // While the host quits its windows go down anyway; they are left as they are.
+    if (!quitting)
+        Use<WindowSystem>().Unhook(window, hook);
+    delete hook;
+    hook = nullptr;
+}
+
+}  // namespace
+
+HvApp theApp = MakeApp();
+HvTabrow* g_pTabrow = nullptr;
+std::uint8_t g_bTabrowOn = 1;
+HostApplication* g_pHostApp = nullptr;
+WindowHook* g_pMdiClientHook = nullptr;
+WindowHook* g_pCmdWndHook = nullptr;
+HostWindow* g_hwndFrame = nullptr;
+HostWindow* g_hwndMdiClient = nullptr;
+HostWindow* g_hwndCmdWnd = nullptr;
+HostWindow* g_hwndCmdContainer = nullptr;
+HostWindow* g_hwndDwgView = nullptr;
+
+void MapModule() {
+    theApp = MakeApp();
+    g_pTabrow = nullptr;
+    g_bTabrowOn = 1;
+    g_pHostApp = nullptr;
+    g_pMdiClientHook = g_pCmdWndHook = nullptr;
+    g_hwndFrame = g_hwndMdiClient = g_hwndCmdWnd = g_hwndCmdContainer = g_hwndDwgView = nullptr;
+}
+
+int acrxEntryPoint(int msg, HostAppPacket* pkt) {
+    HostServices& host = Use<HostServices>();
+    if (msg == kInitAppMsg) {
+        host.RegisterAppMdiAware(pkt);
+        try {
+            OnLoad(pkt);
+        } catch (...) {
+            // A failed start still leaves the application unlockable and so unloadable.
+        }
+        host.UnlockApplication(pkt);
+    } else if (msg == kUnloadAppMsg) {
+        OnUnload();
+    }
+    return kRetOK;
+}
+
+void OnLoad(HostAppPacket* pkt) {
+    HostServices& host = Use<HostServices>();
+    if (host.IsInBackgroundMode())
+        return;
+    theApp.Start(nullptr);
+    theApp.AddCommand(TrOptions, kGroup, L"TROPTIONS", L"Displays the Tabrow Preferences Dialog");
+    theApp.AddCommand(TrAbout, kGroup, L"TRABOUT", L"Displays the Tabrow 'About' Dialog");
+    theApp.AddCommand(TrOff, kGroup, L"TROFF", L"Turns the Tabrow off");
+    theApp.AddCommand(TrOn, kGroup, L"TRON", L"Turns the Tabrow on");
+    theApp.AddCommand(TrCenter, kGroup, L"TRCENTER",
+                      L"Centers the Tabrow in the screen when floating");
+    theApp.AddCommand(TrCmdCenter, kGroup, L"TRCMDCENTER", L"No description");
+    theApp.RegisterCommands(theApp.GetInt(L"", L"LoadOnCommand", 0) != 0 ? 4 : 2, pkt);
+
+    ObtainHostApp();
+    HostWindow *frame, *mdiClient, *cmdWnd, *cmdContainer;
+    bool allFound = FindHostWindows(frame, mdiClient, cmdWnd, cmdContainer);
+    if (g_pHostApp == nullptr || !allFound) {
+        Use<MessageBoxes>().Show(g_pHostApp != nullptr
+                                     ? L"Error initializing Tabrow - not all windows found!"
+                                     : L"Error initializing Tabrow - unable to get application "
+                                       L"object!",
+                                 L"", mb::kOk);
+    } else {
+        Use<WindowSystem>().ModifyStyle(cmdContainer, ws::kClipChildren, 0);
+        g_hwndFrame = frame;
+        g_hwndMdiClient = mdiClient;
+        g_hwndCmdWnd = cmdWnd;
+        g_hwndCmdContainer = cmdContainer;
+        CreateBar();
+    }
+    // Loaded by hand while the host runs: take the bar's room now. At host start the frame's
+    // own first layout does it.
+    if (host.GetVariable(L"CMDNAMES").value_or(L"") == L"APPLOAD")
+        RefreshHostLayout(g_hwndFrame);
+}
+
+void OnUnload() {
+    HostServices& host = Use<HostServices>();
+    theApp.SetInt(L"", L"On", g_bTabrowOn);
+    bool quitting = host.IsQuitting();
+    RemoveHook(g_pMdiClientHook, g_hwndMdiClient, quitting);
+    RemoveHook(g_pCmdWndHook, g_hwndCmdWnd, quitting);
+    if (g_pTabrow != nullptr) {
+        WindowSystem& windows = Use<WindowSystem>();
+        if (windows.IsWindow(g_pTabrow->GetSafeHwnd()))
+            windows.Destroy(g_pTabrow->GetSafeHwnd());
+        if (!quitting)
+            RefreshHostLayout(g_hwndFrame);
+        delete g_pTabrow;
+        // Deliberately left pointing at the deleted bar, as the shut-down always has: nothing
+        // runs after this that reads it.
+    }
+    if (g_pHostApp != nullptr) {
+        Use<HostAutomation>().Release(g_pHostApp);
+        g_pHostApp = nullptr;
+    }
+    theApp.UnregisterCommands();
+    theApp.Stop();
+}
+
+void RefreshHostLayout(HostWindow* hwnd) {
+    WindowSystem& windows = Use<WindowSystem>();
+    if (!windows.IsWindow(hwnd))
+        return;
+    win::RECT rect = windows.RectInParent(hwnd);
+    win::RECT shrunk{rect.left + 10, rect.top + 10, rect.right - 10, rect.bottom - 10};
+    windows.Move(hwnd, shrunk, false);
+    windows.Move(hwnd, rect, true);
+    windows.Redraw(hwnd,
+                   ws::kRdwInvalidate | ws::kRdwErase | ws::kRdwAllChildren | ws::kRdwUpdateNow);
+}
+
+void TrOptions() {
+    CommandEdge("TrOptions", [] {
+        // The preferences dialog arrives with the preferences pages; until then the command
+        // says so instead of failing silently.
+        Use<HostServices>().Print(L"\nThe preferences dialog is not available in this build.\n");
+    });
+}
+
+void TrAbout() {
+    CommandEdge("TrAbout", [] { theApp.ShowAbout(nullptr); });
+}
+
+void TrOff() {
+    CommandEdge("TrOff", [] {
+        if (g_bTabrowOn != 1)
+            return;
+        g_bTabrowOn = 0;
+        if (g_pTabrow != nullptr)
+            g_pTabrow->HideBar();
+    });
+}
+
+void TrOn() {
+    CommandEdge("TrOn", [] {
+        if (g_bTabrowOn != 0)
+            return;
+        g_bTabrowOn = 1;
+        if (g_pTabrow != nullptr)
+            g_pTabrow->ShowBar();
+    });
+}
+
+void TrCenter() {
+    CommandEdge("TrCenter", [] {
+        if (g_pTabrow != nullptr && g_pTabrow->m_bFloating != 0) {
+            g_pTabrow->CenterFloating();
+        } else {
+            Use<HostServices>().Print(L"TRCENTER only applies to floating Tabrow!\n");
+        }
+    });
+}
+
+void TrCmdCenter() {
+    CommandEdge("TrCmdCenter", [] {
+        if (g_pTabrow == nullptr)
+            return;
+        // Not written to the settings: only the end of a drag saves this width.
+        g_pTabrow->m_nWidthOnCmdWnd = g_pTabrow->m_rcCmdWnd.Width() / 2;
+        RefreshHostLayout(g_hwndFrame);
+    });
+}

@@ -1,0 +1,50 @@
+#pragma once
+// The module's entry, its start-up and shut-down order, its commands, and the globals every
+// other part of the system reads.
+
+#include <cstdint>
+
+#include "host/hv_app.h"
+
+class HvTabrow;
+class WindowHook;
+struct HostApplication;
+struct HostAppPacket;
+struct HostWindow;
+
+// The host's messages to the entry point; every other message is ignored.
+constexpr int kInitAppMsg = 1;
+constexpr int kUnloadAppMsg = 2;
+constexpr int kRetOK = 0;
+
+extern HvApp theApp;
+extern HvTabrow* g_pTabrow;  // owned; null until created and after a failed start
+extern std::uint8_t g_bTabrowOn;
+extern HostApplication* g_pHostApp;   // one reference held
+extern WindowHook* g_pMdiClientHook;  // owned
+extern WindowHook* g_pCmdWndHook;     // owned
+extern HostWindow* g_hwndFrame;
+extern HostWindow* g_hwndMdiClient;
+extern HostWindow* g_hwndCmdWnd;
+extern HostWindow* g_hwndCmdContainer;
+extern HostWindow* g_hwndDwgView;
+
+int acrxEntryPoint(int msg, HostAppPacket* pkt);
+void OnLoad(HostAppPacket* pkt);
+void OnUnload();
+
+// Makes the host lay out its frame again: shrink by 10 on every side without repainting, grow
+// back with repainting, redraw. The double move is what makes the frame lay out its children.
+void RefreshHostLayout(HostWindow* hwnd);
+
+// The six commands' functions.
+void TrOptions();
+void TrAbout();
+void TrOff();
+void TrOn();
+void TrCenter();
+void TrCmdCenter();
+
+// What mapping the module does: every static back to its initial value. The host maps the
+// module afresh for each load; a process that loads it more than once (a test) calls this.
+void MapModule();
