@@ -133,12 +133,22 @@ bool HasAvx2() {
 
 using RgbKernel = void (*)(const std::uint8_t*, const AreaAxis&, double, double*);
 
-RgbKernel ChooseRgbKernel() {
+RgbKernel ChooseRgbKernel(AreaKernel kernel) {
 #ifdef TABROW_X86_KERNELS
-    return HasAvx2() ? AccumulateRgbAvx2 : AccumulateRgbSse2;
+    switch (kernel) {
+        case AreaKernel::kBest:
+            return HasAvx2() ? AccumulateRgbAvx2 : AccumulateRgbSse2;
+        case AreaKernel::kSse2:
+            return AccumulateRgbSse2;
+        case AreaKernel::kAvx2:
+            return HasAvx2() ? AccumulateRgbAvx2 : nullptr;
+        case AreaKernel::kPlain:
+            break;
+    }
 #else
-    return nullptr;
+    (void)kernel;
 #endif
+    return nullptr;
 }
 
 }  // namespace
@@ -169,12 +179,18 @@ AreaAxis BuildAreaAxis(unsigned source, unsigned target) {
     return axis;
 }
 
-void ReduceByArea(const ImageView& source, const ImageTarget& target, unsigned bytesPerPixel) {
+bool IsAreaKernelAvailable(AreaKernel kernel) {
+    return kernel == AreaKernel::kBest || kernel == AreaKernel::kPlain ||
+           ChooseRgbKernel(kernel) != nullptr;
+}
+
+void ReduceByArea(const ImageView& source, const ImageTarget& target, unsigned bytesPerPixel,
+                  AreaKernel kernel) {
     const AreaAxis columns = BuildAreaAxis(source.width, target.width);
     const AreaAxis rows = BuildAreaAxis(source.height, target.height);
     const unsigned lanes = bytesPerPixel + 1;
     std::vector<double> acc(static_cast<std::size_t>(target.width) * lanes);
-    const RgbKernel fast = bytesPerPixel == 3 ? ChooseRgbKernel() : nullptr;
+    const RgbKernel fast = bytesPerPixel == 3 ? ChooseRgbKernel(kernel) : nullptr;
     // The fast kernels read one byte past a pixel; the buffer's very last row gets a copy with
     // room for it.
     std::vector<std::uint8_t> lastRow;

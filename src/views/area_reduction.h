@@ -43,8 +43,13 @@ struct AreaAxis {
 // kept inside the source.
 AreaAxis BuildAreaAxis(unsigned source, unsigned target);
 
+// The loops that add up three-sample pixels; the best one the processor has is the default.
+enum class AreaKernel { kBest, kPlain, kSse2, kAvx2 };
+bool IsAreaKernelAvailable(AreaKernel kernel);
+
 // Both need target sizes no larger than the source and at least 1; bytesPerPixel 1 to 8.
-void ReduceByArea(const ImageView& source, const ImageTarget& target, unsigned bytesPerPixel);
+void ReduceByArea(const ImageView& source, const ImageTarget& target, unsigned bytesPerPixel,
+                  AreaKernel kernel = AreaKernel::kBest);
 void ReduceByWholeBlocks(const ImageView& source, const ImageTarget& target,
                          unsigned bytesPerPixel);
 
