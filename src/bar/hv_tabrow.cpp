@@ -22,16 +22,17 @@ HvTabrow::~HvTabrow() {
 }
 
 void HvTabrow::LoadSettings() {
-    m_bFloating = theApp.GetInt(L"", L"Floating", 0);
-    m_nWidthOnCmdWnd = theApp.GetInt(L"", L"WidthOnCmdWnd", 0);
+    SystemValues system;
+    if (g_hwndCmdWnd != nullptr) {
+        m_rcCmdWnd = Use<WindowSystem>().RectInParent(g_hwndCmdWnd);
+        system.commandWindowWidth = m_rcCmdWnd.Width();
+    }
+    system.appDataFolder = theApp.m_strAppDataDir;
+    Load(theApp, system);
 }
 
 bool HvTabrow::Create() {
     WindowSystem& windows = Use<WindowSystem>();
-    if (g_hwndCmdWnd != nullptr)
-        m_rcCmdWnd = windows.RectInParent(g_hwndCmdWnd);
-    if (m_nWidthOnCmdWnd == 0)
-        m_nWidthOnCmdWnd = m_rcCmdWnd.Width() / 2;
     const unsigned style = ws::kChild | ws::kVisible;
     if (m_bFloating != 0) {
         m_hFloatWnd = windows.CreateChild(nullptr, L"HvTrFloatWnd", kFloatingRect, ws::kVisible);

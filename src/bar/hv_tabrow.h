@@ -1,14 +1,15 @@
 #pragma once
 // The document bar. It is created by the application's start-up as a child of the host's frame
 // (or inside its own floating window), shown and hidden by TRON and TROFF, and told which
-// drawing is active.
+// drawing is active. Its settings are fields of its own, as the rest of the system reads them.
 
 #include "foundation/win_types.h"
+#include "settings/tabrow_settings.h"
 
 struct HostDocument;
 struct HostWindow;
 
-class HvTabrow {
+class HvTabrow : public TabrowSettings {
 public:
     HvTabrow();  // loads the settings
     virtual ~HvTabrow();
@@ -27,8 +28,6 @@ public:
     HostWindow* FloatingWindow() const { return m_hFloatWnd; }
     HostDocument* ActiveDocument() const { return m_pActiveDoc; }
 
-    int m_bFloating = 0;
-    int m_nWidthOnCmdWnd = 0;
     win::RECT m_rcCmdWnd;  // the command window as the bar last saw it
 
 private:

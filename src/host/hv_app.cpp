@@ -6,6 +6,7 @@
 #include "ports/message_box.h"
 #include "ports/port.h"
 #include "settings/registry_key.h"
+#include "settings/tabrow_settings.h"
 
 HvApp::HvApp(std::wstring appName, std::wstring version, std::wstring regRoot,
              std::wstring regVersion, std::wstring aboutText, std::wstring groupPrefix,
@@ -124,6 +125,8 @@ void HvApp::Start(void* hInstance, const std::wstring& resourceStem, const std::
     // A separate resource library is a Windows build's concern; no portable build carries one.
     (void)resourceStem;
     FindAppDataFolder();
+    if (m_pfnStartUpdateCheck && LoadAutoCheckForUpdates(*this))
+        m_pfnStartUpdateCheck();
 }
 
 void HvApp::Stop() {

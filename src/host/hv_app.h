@@ -63,6 +63,9 @@ public:
     HostAppPacket* m_pktApp = nullptr;
     void* m_hModule = nullptr;
     void* m_hResources = nullptr;
+    // Runs the update check on a thread of its own; set by the update checker when it is built
+    // in, and started by Start when AutoCheckForUpdates is on.
+    std::function<void()> m_pfnStartUpdateCheck;
 
 private:
     void PrintRegisteredCommands(wchar_t fill);

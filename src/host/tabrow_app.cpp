@@ -1,8 +1,7 @@
 #include "host/tabrow_app.h"
 
-#include <cstdio>
-
 #include "bar/hv_tabrow.h"
+#include "host/command_edge.h"
 #include "ports/com_error.h"
 #include "ports/host_automation.h"
 #include "ports/host_documents.h"
@@ -10,6 +9,8 @@
 #include "ports/message_box.h"
 #include "ports/port.h"
 #include "ports/window_system.h"
+#include "settings/settings_keys.h"
+#include "settings/tabrow_settings.h"
 
 namespace {
 
@@ -24,23 +25,6 @@ HvApp MakeApp() {
 }
 
 constexpr wchar_t kGroup[] = L"HVTR";
-
-// The two-stage edge of a command: an automation failure is shown with its code, anything else
-// becomes one line naming the command's function. Nothing passes into the host.
-template <class Body>
-void CommandEdge(const char* function, Body body) {
-    try {
-        body();
-    } catch (const ComError& e) {
-        wchar_t code[16];
-        std::swprintf(code, 16, L"%08X", static_cast<unsigned>(e.Error()));
-        Use<MessageBoxes>().Show(L"Error [0x" + std::wstring(code) + L"]\n" + e.Description(), L"",
-                                 mb::kOk | mb::kIconError);
-    } catch (...) {
-        std::wstring name(function, function + std::char_traits<char>::length(function));
-        Use<HostServices>().Print(L"\nUnexpected error in " + name + L"\n");
-    }
-}
 
 void ObtainHostApp() {
     // A host without an automation object (E_NOINTERFACE) is tolerated, and so is any other
@@ -69,7 +53,7 @@ void CreateBar() {
     g_pTabrow->Create();
     // The window hooks, the sheet set manager and the message watcher join here as the bar's
     // layout and the host's events are built.
-    if (theApp.GetInt(L"", L"On", 1) != 0) {
+    if (LoadBarOn(theApp)) {
         TrOn();
     } else {
         TrOff();
@@ -138,7 +122,7 @@ void OnLoad(HostAppPacket* pkt) {
     theApp.AddCommand(TrCenter, kGroup, L"TRCENTER",
                       L"Centers the Tabrow in the screen when floating");
     theApp.AddCommand(TrCmdCenter, kGroup, L"TRCMDCENTER", L"No description");
-    theApp.RegisterCommands(theApp.GetInt(L"", L"LoadOnCommand", 0) != 0 ? 4 : 2, pkt);
+    theApp.RegisterCommands(LoadLoadOnCommand(theApp) ? 4 : 2, pkt);
 
     ObtainHostApp();
     HostWindow *frame, *mdiClient, *cmdWnd, *cmdContainer;
@@ -165,7 +149,7 @@ void OnLoad(HostAppPacket* pkt) {
 
 void OnUnload() {
     HostServices& host = Use<HostServices>();
-    theApp.SetInt(L"", L"On", g_bTabrowOn);
+    theApp.SetInt(keys::kRoot, keys::kOn, g_bTabrowOn);
     bool quitting = host.IsQuitting();
     RemoveHook(g_pMdiClientHook, g_hwndMdiClient, quitting);
     RemoveHook(g_pCmdWndHook, g_hwndCmdWnd, quitting);
@@ -200,7 +184,7 @@ void RefreshHostLayout(HostWindow* hwnd) {
 }
 
 void TrOptions() {
-    CommandEdge("TrOptions", [] {
+    RunAtCommandEdge("TrOptions", [] {
         // The preferences dialog arrives with the preferences pages; until then the command
         // says so instead of failing silently.
         Use<HostServices>().Print(L"\nThe preferences dialog is not available in this build.\n");
@@ -208,11 +192,11 @@ void TrOptions() {
 }
 
 void TrAbout() {
-    CommandEdge("TrAbout", [] { theApp.ShowAbout(nullptr); });
+    RunAtCommandEdge("TrAbout", [] { theApp.ShowAbout(nullptr); });
 }
 
 void TrOff() {
-    CommandEdge("TrOff", [] {
+    RunAtCommandEdge("TrOff", [] {
         if (g_bTabrowOn != 1)
             return;
         g_bTabrowOn = 0;
@@ -222,7 +206,7 @@ void TrOff() {
 }
 
 void TrOn() {
-    CommandEdge("TrOn", [] {
+    RunAtCommandEdge("TrOn", [] {
         if (g_bTabrowOn != 0)
             return;
         g_bTabrowOn = 1;
@@ -232,7 +216,7 @@ void TrOn() {
 }
 
 void TrCenter() {
-    CommandEdge("TrCenter", [] {
+    RunAtCommandEdge("TrCenter", [] {
         if (g_pTabrow != nullptr && g_pTabrow->m_bFloating != 0) {
             g_pTabrow->CenterFloating();
         } else {
@@ -242,7 +226,7 @@ void TrCenter() {
 }
 
 void TrCmdCenter() {
-    CommandEdge("TrCmdCenter", [] {
+    RunAtCommandEdge("TrCmdCenter", [] {
         if (g_pTabrow == nullptr)
             return;
         // Not written to the settings: only the end of a drag saves this width.

@@ -1,0 +1,35 @@
+#include "host/command_edge.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+#include "platform/sim/sim_host.h"
+
+namespace {
+
+TEST(CommandEdge, AutomationFailureIsShownWithItsCodeAndNothingPasses) {
+    SimHost host;
+    RunAtCommandEdge("OnSaveAll",
+                     [] { throw ComError(hr::kCallRejected, L"Call was rejected by callee."); });
+    ASSERT_EQ(host.MessageBoxesShown().size(), 1u);
+    EXPECT_EQ(host.MessageBoxesShown()[0].text,
+              L"Error [0x80010001]\nCall was rejected by callee.");
+    EXPECT_TRUE(host.CommandLine().empty());
+}
+
+TEST(CommandEdge, AnyOtherFailureBecomesOneLineNamingTheFunction) {
+    SimHost host;
+    RunAtCommandEdge("OnSaveAll", [] { throw std::runtime_error("boom"); });
+    RunAtCommandEdge("OnCloseAll", [] { throw 42; });
+    EXPECT_TRUE(host.MessageBoxesShown().empty());
+    EXPECT_EQ(host.CommandLine(),
+              (std::vector<std::wstring>{L"", L"Unexpected error in OnSaveAll", L"",
+                                         L"Unexpected error in OnCloseAll"}));
+}
+
+TEST(CommandEdge, ShortCodesArePaddedToEightDigits) {
+    EXPECT_EQ(ComErrorText(ComError(0x5, L"x")), L"Error [0x00000005]\nx");
+}
+
+}  // namespace
