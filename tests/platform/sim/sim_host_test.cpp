@@ -1,0 +1,242 @@
+// The simulated host as every other test relies on it: events in the host's order, commands,
+// DBMOD, system variables, message boxes, automation failures, its registry and window hooks.
+
+#include "platform/sim/sim_host.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class EventLog : public SimHostListener {
+public:
+    explicit EventLog(SimHost& host) : m_host(host) {}
+    void DocumentCreated(HostDocument* d) override { Add(L"created ", d); }
+    void DocumentActivated(HostDocument* d) override { Add(L"activated ", d); }
+    void DocumentToBeDestroyed(HostDocument* d) override { Add(L"destroying ", d); }
+    void CommandWillStart(const std::wstring& c) override {
+        log.push_back(L"start " + c + L" " + m_host.GetVariable(L"CMDNAMES").value());
+    }
+    void CommandEnded(const std::wstring& c) override { log.push_back(L"end " + c); }
+    void SaveComplete(HostDatabase* db, const std::wstring& path) override {
+        log.push_back(L"saved " + m_host.Title(m_host.DocumentOf(db)) + L" " + path);
+    }
+    std::vector<std::wstring> log;
+
+private:
+    void Add(const wchar_t* what, HostDocument* d) { log.push_back(what + m_host.Title(d)); }
+    SimHost& m_host;
+};
+
+TEST(SimSession, DocumentsComeAndGoWithTheHostsEventsInOrder) {
+    SimHost host;
+    EventLog events(host);
+    host.AddListener(&events);
+    HostDocument* site = host.OpenDrawing(L"C:\\jobs\\site.dwg");
+    HostDocument* fresh = host.NewDrawing();
+    host.Activate(site);
+    host.Activate(site);  // already active: no event
+    EXPECT_EQ(host.Title(fresh), L"Drawing1.dwg");
+    EXPECT_EQ(host.FileName(site), L"C:\\jobs\\site.dwg");
+    EXPECT_EQ(host.Documents(), (std::vector<HostDocument*>{site, fresh}));
+
+    host.Type(L"close");
+    EXPECT_EQ(host.MdiActiveDocument(), fresh);
+    EXPECT_EQ(events.log,
+              (std::vector<std::wstring>{L"created site.dwg", L"activated site.dwg",
+                                         L"created Drawing1.dwg", L"activated Drawing1.dwg",
+                                         L"activated site.dwg", L"start CLOSE CLOSE", L"end CLOSE",
+                                         L"destroying site.dwg", L"activated Drawing1.dwg"}));
+    host.Type(L"CLOSE");
+    EXPECT_EQ(host.MdiActiveDocument(), nullptr);
+    EXPECT_EQ(host.DatabasePort().WorkingDatabase(), nullptr);
+    host.RemoveListener(&events);
+}
+
+TEST(SimSession, SavingClearsDbmodUnlessTheDrawingIsReadOnly) {
+    SimHost host;
+    EventLog events(host);
+    host.AddListener(&events);
+    HostDocument* doc = host.OpenDrawing(L"/jobs/plan.dwg");
+    EXPECT_EQ(host.GetVariable(L"DBMOD"), L"0");
+    host.Modify(doc);
+    EXPECT_TRUE(host.IsModified(doc));
+    EXPECT_EQ(host.GetVariable(L"dbmod"), L"1");
+    host.Type(L"QSAVE");
+    EXPECT_FALSE(host.IsModified(doc));
+    EXPECT_EQ(events.log.back(), L"end QSAVE");
+    EXPECT_EQ(events.log[events.log.size() - 2], L"saved plan.dwg /jobs/plan.dwg");
+
+    HostDocument* locked = host.OpenDrawing(L"/jobs/locked.dwg", true);
+    host.Modify(locked);
+    host.Type(L"SAVE");
+    EXPECT_TRUE(host.IsModified(locked));
+    EXPECT_TRUE(host.IsReadOnly(locked));
+    host.RemoveListener(&events);
+}
+
+TEST(SimSession, CommandsRunByNameAndGroupsGoTogether) {
+    SimHost host;
+    int runs = 0;
+    std::wstring seen;
+    EXPECT_TRUE(host.AddCommand({L"G1", L"ONE", L"ONE", 0, [&] {
+                                     ++runs;
+                                     seen = host.GetVariable(L"CMDNAMES").value();
+                                 }}));
+    EXPECT_FALSE(host.AddCommand({L"G2", L"one", L"one", 0, [] {}}));  // name taken
+    EXPECT_TRUE(host.AddCommand({L"G1", L"TWO", L"TWO", 0, [] {}}));
+    EXPECT_TRUE(host.Type(L"one"));
+    EXPECT_EQ(runs, 1);
+    EXPECT_EQ(seen, L"ONE");
+    EXPECT_EQ(host.GetVariable(L"CMDNAMES"), L"");
+
+    host.RemoveGroup(L"g1");
+    EXPECT_TRUE(host.Commands().empty());
+    EXPECT_FALSE(host.Type(L"ONE"));
+    EXPECT_EQ(host.CommandLine().back(), L"Unknown command \"ONE\".  Press F1 for help.");
+}
+
+TEST(SimSession, SystemVariablesKnowTheirNamesAndReadOnlyOnesRefuse) {
+    SimHost host;
+    for (const wchar_t* name :
+         {L"CMDNAMES", L"DBMOD", L"CVPORT", L"CPROFILE", L"SSMAUTOOPEN", L"BACKGROUNDPLOT"}) {
+        EXPECT_TRUE(host.GetVariable(name).has_value()) << name;
+    }
+    EXPECT_FALSE(host.GetVariable(L"NOSUCHVAR").has_value());
+    EXPECT_FALSE(host.SetVariable(L"CMDNAMES", L"X"));
+    EXPECT_TRUE(host.SetVariable(L"backgroundplot", L"0"));
+    EXPECT_EQ(host.GetVariable(L"BACKGROUNDPLOT"), L"0");
+
+    HostDocument* doc = host.OpenDrawing(L"/a.dwg");
+    EXPECT_TRUE(host.SetVariable(L"TILEMODE", L"0"));
+    EXPECT_FALSE(host.DatabaseOf(doc).Tilemode());
+    EXPECT_EQ(host.DatabasePort().CurrentSpaceId(host.Database(doc)),
+              host.DatabaseOf(doc).PaperSpaceId());
+}
+
+TEST(SimSession, PrintedTextIsSplitIntoLinesAndPartialLinesWait) {
+    SimHost host;
+    host.Print(L"\nfirst");
+    host.Print(L" half\nsecond\n");
+    host.Print(L"pending");
+    EXPECT_EQ(host.CommandLine(), (std::vector<std::wstring>{L"", L"first half", L"second"}));
+    EXPECT_EQ(host.CommandLineText(), L"\nfirst half\nsecond\npending");
+}
+
+TEST(SimSession, MessageBoxesAreAnsweredFromTheQueueAndRecorded) {
+    SimHost host;
+    host.QueueAnswer(mb::kIdNo);
+    EXPECT_EQ(host.Show(L"Save changes?", L"", mb::kYesNoCancel), mb::kIdNo);
+    EXPECT_EQ(host.Show(L"Done", L"Tabrow", mb::kOk), mb::kIdOk);  // empty queue
+    ASSERT_EQ(host.MessageBoxesShown().size(), 2u);
+    EXPECT_EQ(host.MessageBoxesShown()[0].flags, mb::kYesNoCancel);
+    EXPECT_EQ(host.MessageBoxesShown()[1].caption, L"Tabrow");
+}
+
+TEST(SimSession, AutomationCanBeMissingOrToldToFail) {
+    SimHost host;
+    HostApplication* app = host.QueryApplication();
+    EXPECT_EQ(host.AutomationReferences(), 1);
+    host.Release(app);
+    EXPECT_THROW(host.Release(app), std::logic_error);
+
+    host.FailAutomation(hr::kFail, L"Unspecified error");
+    try {
+        host.QueryApplication();
+        FAIL() << "the failure was not raised";
+    } catch (const ComError& e) {
+        EXPECT_EQ(e.Error(), hr::kFail);
+        EXPECT_EQ(e.Description(), L"Unspecified error");
+    }
+    host.ClearAutomationFailure();
+    host.SetHasAutomation(false);
+    try {
+        host.QueryApplication();
+        FAIL() << "a host without automation answered";
+    } catch (const ComError& e) {
+        EXPECT_EQ(e.Error(), hr::kNoInterface);
+    }
+}
+
+TEST(SimRegistry, KeysCompareWithoutCaseAndEmptyPartsAreIgnored) {
+    SimRegistry reg;
+    EXPECT_FALSE(reg.SetValue(RegHive::CurrentUser, L"Software\\A", L"v", {reg::kDword, {1}}));
+    ASSERT_TRUE(reg.CreateKey(RegHive::CurrentUser, L"Software\\Maker\\App\\"));
+    EXPECT_TRUE(reg.KeyExists(RegHive::CurrentUser, L"SOFTWARE\\\\maker"));
+    EXPECT_FALSE(reg.KeyExists(RegHive::LocalMachine, L"Software\\Maker"));
+    EXPECT_TRUE(
+        reg.SetValue(RegHive::CurrentUser, L"software\\maker\\app", L"Size", {reg::kDword, {7}}));
+    EXPECT_TRUE(
+        reg.SetValue(RegHive::CurrentUser, L"Software\\Maker\\App", L"SIZE", {reg::kDword, {8}}));
+    EXPECT_EQ(reg.QueryValue(RegHive::CurrentUser, L"Software\\Maker\\App", L"size")->data,
+              std::vector<std::uint8_t>{8});
+    EXPECT_EQ(reg.ValueNames(RegHive::CurrentUser, L"Software\\Maker\\App"),
+              std::vector<std::wstring>{L"Size"});
+    EXPECT_EQ(reg.SubKeyNames(RegHive::CurrentUser, L"Software"),
+              std::vector<std::wstring>{L"Maker"});
+    EXPECT_TRUE(reg.DeleteValue(RegHive::CurrentUser, L"Software\\Maker\\App", L"Size"));
+    EXPECT_FALSE(reg.QueryValue(RegHive::CurrentUser, L"Software\\Maker\\App", L"Size"));
+}
+
+TEST(SimRegistry, AReadOnlyStoreRefusesWritesAndKeepsWhatItHas) {
+    SimRegistry reg;
+    ASSERT_TRUE(reg.CreateKey(RegHive::CurrentUser, L"K"));
+    ASSERT_TRUE(reg.SetValue(RegHive::CurrentUser, L"K", L"", {reg::kSz, reg::StringBytes(L"x")}));
+    reg.SetReadOnly(true);
+    EXPECT_FALSE(reg.CreateKey(RegHive::CurrentUser, L"K\\New"));
+    EXPECT_TRUE(reg.CreateKey(RegHive::CurrentUser, L"k"));  // opening an existing key works
+    EXPECT_FALSE(reg.SetValue(RegHive::CurrentUser, L"K", L"", {reg::kSz, reg::StringBytes(L"y")}));
+    EXPECT_FALSE(reg.DeleteValue(RegHive::CurrentUser, L"K", L""));
+    EXPECT_EQ(reg::StringText(reg.QueryValue(RegHive::CurrentUser, L"K", L"")->data), L"x");
+}
+
+class ShiftRight : public WindowHook {
+public:
+    ShiftRight(int by, std::vector<int>& order) : m_by(by), m_order(order) {}
+    void OnWindowPosChanging(HostWindow*, win::WINDOWPOS& pos) override {
+        m_order.push_back(m_by);
+        pos.x += m_by;
+        pos.cx -= m_by;
+    }
+
+private:
+    int m_by;
+    std::vector<int>& m_order;
+};
+
+TEST(SimWindows, MovesPassThroughTheHookChainNewestFirst) {
+    SimWindowSystem windows;
+    std::vector<int> order;
+    ShiftRight first(10, order), second(5, order);
+    HostWindow* mdi = windows.MdiClient();
+    windows.Hook(mdi, &first);
+    windows.Hook(mdi, &second);
+    windows.Move(mdi, win::RECT{0, 60, 1000, 800}, true);
+    EXPECT_EQ(order, (std::vector<int>{5, 10}));
+    EXPECT_EQ(windows.RectInParent(mdi), (win::RECT{15, 60, 1000, 800}));
+
+    windows.Unhook(mdi, &second);
+    order.clear();
+    windows.Move(mdi, win::RECT{0, 60, 1000, 800}, true);
+    EXPECT_EQ(order, (std::vector<int>{10}));
+}
+
+TEST(SimWindows, TheHostWindowsNestAndVisibilityFollowsParents) {
+    SimWindowSystem windows;
+    HostWindow* frame = windows.HostFrame();
+    EXPECT_EQ(windows.FindChild(frame, L"MDIClient", L""), windows.MdiClient());
+    EXPECT_EQ(windows.FindChild(frame, L"MDIClient", L"x"), nullptr);
+    EXPECT_EQ(windows.Parent(windows.DockedCommandLine()), windows.CommandWindow());
+    EXPECT_EQ(windows.Parent(windows.CommandWindow()), windows.CommandContainer());
+    EXPECT_EQ(windows.ScreenRect(windows.CommandWindow()).top, 880);
+
+    HostWindow* child =
+        windows.CreateChild(frame, L"Bar", win::RECT{0, 0, 10, 10}, ws::kChild | ws::kVisible);
+    HostWindow* inner =
+        windows.CreateChild(child, L"Inner", win::RECT{0, 0, 5, 5}, ws::kChild | ws::kVisible);
+    windows.Show(child, false);
+    EXPECT_FALSE(windows.IsVisible(inner));
+    windows.Destroy(child);
+    EXPECT_FALSE(windows.IsWindow(inner));
+}
+
+}  // namespace
