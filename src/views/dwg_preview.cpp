@@ -54,6 +54,8 @@ public:
 
     std::size_t Read(void* buffer, std::size_t count) {
         Check();
+        if (count == 0)
+            return 0;
         const std::size_t got = m_file->ReadAt(m_nPosition, buffer, count);
         m_nPosition += got;
         return got;
@@ -164,10 +166,10 @@ int TrDwgPreview::Read(const std::wstring& path, bool setFile) {
     try {
         result = Walk(file) ? 1 : 0;
     } catch (const DwgFileError& error) {
-        Clear();
+        m_hDib.clear();
         m_strError = FileErrorText(error.cause);
     } catch (...) {
-        Clear();
+        m_hDib.clear();
         m_strError = L"Unknown Error\nLoading Preview";
     }
     m_bThreadRunning = false;

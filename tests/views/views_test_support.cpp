@@ -10,7 +10,7 @@ public:
     explicit MemoryInputFile(std::string bytes) : m_bytes(std::move(bytes)) {}
     std::uint64_t Size() const override { return m_bytes.size(); }
     std::size_t ReadAt(std::uint64_t offset, void* buffer, std::size_t count) override {
-        if (offset >= m_bytes.size())
+        if (offset >= m_bytes.size() || count == 0)
             return 0;
         const std::size_t n = std::min<std::uint64_t>(count, m_bytes.size() - offset);
         std::memcpy(buffer, m_bytes.data() + offset, n);

@@ -22,6 +22,14 @@ struct DibSpec {
     std::uint32_t seed = 1;  // varies the pattern
 };
 
+inline DibSpec SizedDib(int width, int height, int bits) {
+    DibSpec spec;
+    spec.width = width;
+    spec.height = height;
+    spec.bits = bits;
+    return spec;
+}
+
 // A packed DIB with a pattern of diagonal bands in all of its colours.
 std::string MakeDib(const DibSpec& spec);
 
@@ -29,6 +37,10 @@ std::string MakeDib(const DibSpec& spec);
 win::COLORREF DibPatternPixel(const DibSpec& spec, int x, int y);
 
 struct DwgRecordSpec {
+    DwgRecordSpec() = default;
+    DwgRecordSpec(std::int8_t recordType, std::string recordBytes)
+        : type(recordType), bytes(std::move(recordBytes)) {}
+
     std::int8_t type = 2;
     std::string bytes;
     std::optional<std::uint32_t> claimedSize;  // a size other than the bytes' own
