@@ -4,7 +4,7 @@
 
 #include <filesystem>
 
-#include "platform/posix/posix_file_system.h"
+#include "support/disk_file_system.h"
 #include "ports/port.h"
 #include "ports/shell.h"
 #include "support/test_files.h"
@@ -22,7 +22,7 @@ struct NamingShell : Shell {
 class FileInfoTest : public ::testing::Test {
 protected:
     ScratchFolder scratch;
-    PosixFileSystem disk;
+    DiskFileSystem disk;
     ScopedPort<FileSystem> port{disk};
 };
 

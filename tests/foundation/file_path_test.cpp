@@ -4,10 +4,10 @@
 
 #include <filesystem>
 
-#include "platform/posix/posix_file_system.h"
 #include "ports/folder_dialog.h"
 #include "ports/message_box.h"
 #include "ports/port.h"
+#include "support/disk_file_system.h"
 #include "support/test_files.h"
 
 namespace fs = std::filesystem;
@@ -37,7 +37,7 @@ struct ScriptedFolderDialog : FolderDialog {
 class FilePathTest : public ::testing::Test {
 protected:
     ScratchFolder scratch;
-    PosixFileSystem disk;
+    DiskFileSystem disk;
     ScopedPort<FileSystem> port{disk};
 };
 
@@ -81,7 +81,7 @@ TEST_F(FilePathTest, FoldersFoundOnDiskGainOneSeparator) {
         const CFilePath path(given);
         EXPECT_TRUE(path.m_bExists);
         EXPECT_TRUE(path.m_bIsFolder);
-        EXPECT_EQ(path.GetPath(), folder + L"/");
+        EXPECT_EQ(path.GetPath(), NativePath(folder + L"/"));
         EXPECT_EQ(path.GetFileName(), L"");
     }
     const CFilePath missing(scratch.File(L"none"));
@@ -168,10 +168,10 @@ TEST_F(FilePathTest, BrowseForFolderSetsTheChosenFolder) {
     EXPECT_TRUE(path.BrowseForFolder(nullptr, L"Pick", true));
     EXPECT_EQ(dialog.flags, 0x4041u);
     EXPECT_TRUE(path.m_bIsFolder);
-    EXPECT_EQ(path.GetPath(), scratch.File(L"chosen/"));
+    EXPECT_EQ(path.GetPath(), NativePath(scratch.File(L"chosen/")));
 
     dialog.answer = scratch.File(L"gone");
     EXPECT_TRUE(path.BrowseForFolder(nullptr, L"Pick", false));
-    EXPECT_EQ(path.GetPath(), scratch.File(L"gone/"));
+    EXPECT_EQ(path.GetPath(), NativePath(scratch.File(L"gone/")));
     EXPECT_FALSE(path.m_bExists);
 }

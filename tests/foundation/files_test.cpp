@@ -5,8 +5,8 @@
 #include <filesystem>
 
 #include "foundation/folders.h"
-#include "platform/posix/posix_file_system.h"
 #include "ports/port.h"
+#include "support/disk_file_system.h"
 #include "support/test_files.h"
 
 namespace fs = std::filesystem;
@@ -26,7 +26,7 @@ protected:
         }
     }
     ScratchFolder scratch;
-    PosixFileSystem disk;
+    DiskFileSystem disk;
     ScopedPort<FileSystem> port{disk};
 };
 
@@ -34,9 +34,11 @@ protected:
 
 TEST_F(FilesTest, FoldersWalkBreadthFirst) {
     const std::wstring root = scratch.Folder();
-    EXPECT_EQ(Folders(scratch.File(L"a\\"), false).m_folders, Names{scratch.File(L"a/")});
-    EXPECT_EQ(Folders(root, true).m_folders, (Names{root, root + L"a/", root + L"b/",
-                                                    root + L"a/deep/", root + L"a/deep/deeper/"}));
+    EXPECT_EQ(Folders(scratch.File(L"a\\"), false).m_folders,
+              Names{NativePath(scratch.File(L"a/"))});
+    EXPECT_EQ(Folders(root, true).m_folders,
+              (Names{root, NativePath(root + L"a/"), NativePath(root + L"b/"),
+                     NativePath(root + L"a/deep/"), NativePath(root + L"a/deep/deeper/")}));
 }
 
 TEST_F(FilesTest, IncludesComeInPatternOrder) {
@@ -60,8 +62,8 @@ TEST_F(FilesTest, ExcludesReplaceIncludes) {
 TEST_F(FilesTest, FlagsChooseTheFormAndRecursionReachesDeepFiles) {
     Files noExtension(true, false);
     noExtension.Load(scratch.File(L"a"), L"*.dwg", L"", true);
-    EXPECT_EQ(noExtension.m_files,
-              (Names{scratch.File(L"a/inner"), scratch.File(L"a/deep/deeper/last")}));
+    EXPECT_EQ(noExtension.m_files, (Names{NativePath(scratch.File(L"a/inner")),
+                                          NativePath(scratch.File(L"a/deep/deeper/last"))}));
 
     Files titles(false, false);
     titles.Load(L"", L"*.dwg", L"", false);

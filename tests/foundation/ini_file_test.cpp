@@ -6,7 +6,7 @@
 #include <sstream>
 
 #include "platform/portable/portable_profile_file.h"
-#include "platform/posix/posix_file_system.h"
+#include "support/disk_file_system.h"
 #include "ports/port.h"
 #include "support/test_files.h"
 
@@ -18,7 +18,7 @@ namespace {
 class IniFileTest : public ::testing::Test {
 protected:
     ScratchFolder scratch;
-    PosixFileSystem disk;
+    DiskFileSystem disk;
     PortableProfileFile profile;
     ScopedPort<FileSystem> diskPort{disk};
     ScopedPort<ProfileFile> profilePort{profile};
