@@ -41,7 +41,7 @@ public:
 
     virtual HostWindow* CreateChild(HostWindow* parent, const std::wstring& className,
                                     const win::RECT& rect, unsigned style) = 0;
-    virtual void Destroy(HostWindow* window) = 0;
+    virtual void Destroy(HostWindow* window) = 0;  // with its children; a stale handle is ignored
 
     virtual win::RECT RectInParent(HostWindow* window) = 0;
     virtual win::RECT ScreenRect(HostWindow* window) = 0;

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "bar/hv_tabrow.h"
 #include "platform/sim/sim_file_system.h"
 #include "platform/sim/sim_host.h"
@@ -279,6 +281,21 @@ TEST_F(TabrowSession, UnloadGivesTheRoomBackUnlessTheHostQuits) {
     EXPECT_EQ(host.Windows().Window(mdiClient).hooks.size(), 1u);
     host.Windows().Window(mdiClient).hooks.clear();
     EXPECT_EQ(FrameMoves(), 2u);  // only the first unload refreshed the layout
+}
+
+TEST_F(TabrowSession, StartFindsTheDataFolderOrFallsBackToTheModulesFolder) {
+    Load();
+    EXPECT_EQ(theApp.m_strAppDataDir, scratch.Folder() + L"appdata/Harvane/Tabrow/");
+    EXPECT_TRUE(std::filesystem::is_directory(scratch.Path() / "appdata" / "Harvane" / "Tabrow"));
+    EXPECT_EQ(theApp.m_strUserName, L"cad-user");
+    EXPECT_EQ(theApp.m_strBuild, L"97");
+    EXPECT_EQ(theApp.SectionPath(L""), kSettingsKey + L"\\");
+    Unload();
+
+    MapModule();
+    files.SetUserDataFolder(L"");
+    Load();
+    EXPECT_EQ(theApp.m_strAppDataDir, scratch.Folder() + L"modules/");
 }
 
 TEST_F(TabrowSession, AboutShowsTheFullNameAndBuild) {
