@@ -1,0 +1,327 @@
+#include "settings/tabrow_settings.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+
+#include "foundation/text_encoding.h"
+#include "platform/portable/reg_file_store.h"
+#include "settings/reg_impl.h"
+#include "settings/registry_key.h"
+#include "settings/settings_keys.h"
+#include "settings_test_disk.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+const std::wstring kRoot = L"Software\\Harvane\\Tabrow\\2.0 - R17";
+
+// Passes everything on and notes the name of each value written, in order.
+class RecordingStore : public KeyValueStore {
+public:
+    explicit RecordingStore(KeyValueStore& inner) : m_inner(inner) {}
+    bool KeyExists(RegHive h, const std::wstring& p) override { return m_inner.KeyExists(h, p); }
+    bool CreateKey(RegHive h, const std::wstring& p) override { return m_inner.CreateKey(h, p); }
+    std::optional<RegValue> QueryValue(RegHive h, const std::wstring& p,
+                                       const std::wstring& n) override {
+        return m_inner.QueryValue(h, p, n);
+    }
+    bool SetValue(RegHive h, const std::wstring& p, const std::wstring& n,
+                  const RegValue& v) override {
+        written.push_back(n);
+        return m_inner.SetValue(h, p, n, v);
+    }
+    bool DeleteValue(RegHive h, const std::wstring& p, const std::wstring& n) override {
+        return m_inner.DeleteValue(h, p, n);
+    }
+    std::vector<std::wstring> ValueNames(RegHive h, const std::wstring& p) override {
+        return m_inner.ValueNames(h, p);
+    }
+    std::vector<std::wstring> SubKeyNames(RegHive h, const std::wstring& p) override {
+        return m_inner.SubKeyNames(h, p);
+    }
+    std::vector<std::wstring> written;
+
+private:
+    KeyValueStore& m_inner;
+};
+
+win::LOGFONTW Font(std::int32_t height, const char16_t* face) {
+    win::LOGFONTW font;
+    font.lfHeight = height;
+    std::memcpy(font.lfFaceName, face, std::char_traits<char16_t>::length(face) * 2);
+    return font;
+}
+
+bool SameFont(const win::LOGFONTW& a, const win::LOGFONTW& b) {
+    return std::memcmp(&a, &b, sizeof a) == 0;
+}
+
+class TabrowSettingsTest : public ::testing::Test {
+protected:
+    TabrowSettingsTest() {
+        system.btnFace = 0xF0F0F0;
+        system.btnText = 0x000001;
+        system.guiFont = Font(-11, u"MS Shell Dlg");
+        system.commandWindowWidth = 801;
+        system.appDataFolder = scratch.Folder() + L"appdata/";
+    }
+    void PutFile(const std::wstring& name) {
+        fs::path path = fs::path(ToUtf8(scratch.Folder() + name));
+        fs::create_directories(path.parent_path());
+        std::ofstream(path) << "x";
+    }
+    TabrowSettings Loaded() {
+        TabrowSettings settings;
+        settings.Load(reg, system);
+        return settings;
+    }
+
+    ScratchFolder scratch;
+    SettingsTestDisk disk{scratch};
+    ScopedPort<FileSystem> diskPort{disk};
+    RegFileStore store{RegFileStore::DefaultPath()};
+    ScopedPort<KeyValueStore> storePort{store};
+    HvRegImpl reg{kRoot};
+    SystemValues system;
+};
+
+}  // namespace
+
+TEST_F(TabrowSettingsTest, AnEmptyStoreGivesEveryDefault) {
+    const TabrowSettings s = Loaded();
+    EXPECT_EQ(s.m_bLoadOnCommand, 0);
+    EXPECT_EQ(s.m_bShowTips, 1);
+    EXPECT_EQ(s.m_nTipWidth, 300);
+    EXPECT_EQ(s.m_nTipDelay, 3000);
+    EXPECT_EQ(s.m_nTipRemain, 10000);
+    EXPECT_EQ(s.m_bShowFullPathInTips + s.m_bShowDwgPropsInTips + s.m_bShowFullPathInRefs +
+                  s.m_bShowFullPathInSheetSets + s.m_nSortBy + s.m_bHideOnSingle + s.m_bLockSize +
+                  s.m_bFloating + s.m_bTabMode + s.m_bHasScrollBar + s.m_bOpenSheetSetInSSM +
+                  s.m_bSortWorksets,
+              0);
+    EXPECT_EQ(s.m_bZoomExtentsOnSave, 1);
+    EXPECT_EQ(s.m_bSwitchOnBusy, 1);
+    EXPECT_EQ(s.m_nDockSide, 59420);
+    EXPECT_EQ(s.m_nSize, 100);
+    EXPECT_EQ(s.m_nWidthOnCmdWnd, 400) << "half the command window";
+    EXPECT_EQ(s.m_nMinSize, 26);
+    EXPECT_EQ(s.m_nMRUCount, 10);
+    EXPECT_EQ(s.m_nNumSheetSets, 15);
+    EXPECT_EQ(s.m_strLastWorkset, L"");
+    EXPECT_EQ(s.m_strSaveCommand, L"_.QSAVE\n");
+    EXPECT_TRUE(SameFont(s.m_lfTabFont, system.guiFont));
+    EXPECT_TRUE(SameFont(s.m_lfLabelFont, system.guiFont));
+    EXPECT_EQ(s.m_clrReadOnly, 172u);
+    EXPECT_EQ(s.m_clrModified, 364328u);
+    EXPECT_EQ(s.m_clrBackground, system.btnFace);
+    EXPECT_EQ(s.m_clrTitleBack, system.btnFace);
+    EXPECT_EQ(s.m_clrTitleText, system.btnText);
+    EXPECT_EQ(s.m_bAutoUpdatePreviews, 1);
+    EXPECT_EQ(s.m_bShowDwgName, 1);
+    EXPECT_EQ(s.m_bDwgNameAbove + s.m_bScrollOverflow, 0);
+    EXPECT_EQ(s.m_nScrollBarSize, 12);
+    EXPECT_EQ(s.m_whiteBack.m_dGamma, 0.0);
+    EXPECT_EQ(s.m_blackBack.m_dGamma, 2.5);
+    EXPECT_EQ(s.m_whiteBack.m_nSharpness, 20);
+    EXPECT_EQ(s.m_blackBack.m_dBrightness + s.m_blackBack.m_dContrast, 0.0);
+    EXPECT_EQ(s.m_strSsSearchPath, scratch.Folder() + L"program/");
+    EXPECT_EQ(s.m_strWorksetsPath, system.appDataFolder + L"drafter.worksets");
+
+    EXPECT_TRUE(LoadBarOn(reg));
+    EXPECT_FALSE(LoadAutoCheckForUpdates(reg) || LoadDisableNewMenu(reg) ||
+                 LoadAvoidSaveasInLisp(reg) || LoadLoadOnCommand(reg));
+    for (const wchar_t* section :
+         {keys::kColors, keys::kPreviews, keys::kWhiteBack, keys::kBlackBack, keys::kWorksets}) {
+        EXPECT_TRUE(store.KeyExists(RegHive::CurrentUser, reg.SectionPath(section))) << section;
+    }
+}
+
+TEST_F(TabrowSettingsTest, EveryKeySurvivesARoundTripThroughTheFile) {
+    TabrowSettings s = Loaded();
+    int n = 1;
+    for (int* field : {&s.m_bLoadOnCommand,
+                       &s.m_bShowTips,
+                       &s.m_nTipWidth,
+                       &s.m_nTipDelay,
+                       &s.m_nTipRemain,
+                       &s.m_bShowFullPathInTips,
+                       &s.m_bShowDwgPropsInTips,
+                       &s.m_bShowFullPathInRefs,
+                       &s.m_bShowFullPathInSheetSets,
+                       &s.m_nSortBy,
+                       &s.m_bZoomExtentsOnSave,
+                       &s.m_bSwitchOnBusy,
+                       &s.m_bHideOnSingle,
+                       &s.m_nDockSide,
+                       &s.m_bFloating,
+                       &s.m_bTabMode,
+                       &s.m_bSortWorksets,
+                       &s.m_nNumSheetSets,
+                       &s.m_bAutoUpdatePreviews,
+                       &s.m_bShowDwgName,
+                       &s.m_bDwgNameAbove,
+                       &s.m_bScrollOverflow,
+                       &s.m_nScrollBarSize}) {
+        *field = 1000 + n++;  // no range is enforced: any number goes through as it is
+    }
+    s.m_clrBackground = 0x010203;
+    s.m_clrTitleBack = 0x040506;
+    s.m_clrTitleText = 0x070809;
+    s.m_clrReadOnly = 0xFFFFFF;
+    s.m_clrModified = 0;
+    ASSERT_TRUE(s.Save(reg));
+
+    // The keys that other moments write: a drag, the menu, the dialogs, or a hand in the file.
+    const std::pair<const wchar_t*, int> others[] = {
+        {keys::kLockSize, 1},         {keys::kSize, 140},       {keys::kWidthOnCmdWnd, 260},
+        {keys::kMinSize, 30},         {keys::kHasScrollBar, 1}, {keys::kMRUCount, 4},
+        {keys::kOpenSheetSetInSSM, 1}};
+    for (const auto& [key, value] : others)
+        ASSERT_TRUE(reg.SetInt(L"", key, value));
+    ASSERT_TRUE(reg.SetString(L"", keys::kSsSearchPath, L"D:\\sheets\\\\"));
+    ASSERT_TRUE(reg.SetString(L"", keys::kLastWorkset, L"Site \"B\""));
+    ASSERT_TRUE(reg.SetString(L"", keys::kSaveCommand, L"_.SAVE\n"));
+    ASSERT_TRUE(reg.SetFont(L"", keys::kTabFont, Font(-20, u"Tahoma")));
+    ASSERT_TRUE(reg.SetFont(L"", keys::kLabelFont, Font(-9, u"Arial")));
+    ASSERT_TRUE(reg.SetDouble(keys::kWhiteBack, keys::kBrightness, -0.25));
+    ASSERT_TRUE(reg.SetDouble(keys::kBlackBack, keys::kGamma, 1.8));
+    ASSERT_TRUE(reg.SetInt(keys::kBlackBack, keys::kSharpness, 0));
+    ASSERT_TRUE(reg.SetString(keys::kWorksets, keys::kPath, L"C:\\sets\\office.worksets"));
+
+    RegFileStore restarted(RegFileStore::DefaultPath());
+    ScopedPort<KeyValueStore> port(restarted);
+    const TabrowSettings r = Loaded();
+    EXPECT_EQ(r.m_bLoadOnCommand, 1001);
+    EXPECT_EQ(r.m_nScrollBarSize, s.m_nScrollBarSize);
+    EXPECT_EQ(r.m_nDockSide, s.m_nDockSide);
+    EXPECT_EQ(r.m_nSortBy, s.m_nSortBy);
+    EXPECT_EQ(r.m_bShowDwgName, s.m_bShowDwgName);
+    EXPECT_EQ(r.m_clrBackground, 0x010203u);
+    EXPECT_EQ(r.m_clrTitleText, 0x070809u);
+    EXPECT_EQ(r.m_clrReadOnly, 0xFFFFFFu);
+    EXPECT_EQ(r.m_clrModified, 0u);
+    EXPECT_EQ(r.m_bLockSize + r.m_bHasScrollBar + r.m_bOpenSheetSetInSSM, 3);
+    EXPECT_EQ(r.m_nSize, 140);
+    EXPECT_EQ(r.m_nWidthOnCmdWnd, 260);
+    EXPECT_EQ(r.m_nMinSize, 30);
+    EXPECT_EQ(r.m_nMRUCount, 4);
+    EXPECT_EQ(r.m_strSsSearchPath, L"D:\\sheets\\") << "one trailing backslash";
+    EXPECT_EQ(r.m_strLastWorkset, L"Site \"B\"");
+    EXPECT_EQ(r.m_strSaveCommand, L"_.SAVE\n");
+    EXPECT_TRUE(SameFont(r.m_lfTabFont, Font(-20, u"Tahoma")));
+    EXPECT_TRUE(SameFont(r.m_lfLabelFont, Font(-9, u"Arial")));
+    EXPECT_EQ(r.m_whiteBack.m_dBrightness, -0.25);
+    EXPECT_EQ(r.m_blackBack.m_dGamma, 1.8);
+    EXPECT_EQ(r.m_blackBack.m_nSharpness, 0);
+    EXPECT_EQ(r.m_strWorksetsPath, L"C:\\sets\\office.worksets");
+    TabrowSettings resaved = r;
+    EXPECT_TRUE(resaved.Save(reg));
+}
+
+TEST_F(TabrowSettingsTest, SaveWritesInThePreferencesOrder) {
+    RecordingStore recording(store);
+    ScopedPort<KeyValueStore> port(recording);
+    ASSERT_TRUE(Loaded().Save(reg));
+    const std::vector<std::wstring> expected = {L"ShowTips",
+                                                L"TipWidth",
+                                                L"TipDelay",
+                                                L"TipRemain",
+                                                L"LoadOnCommand",
+                                                L"Floating",
+                                                L"HideOnSingle",
+                                                L"SwitchOnBusy",
+                                                L"ZoomExtentsOnSave",
+                                                L"ShowFullPathInTips",
+                                                L"ShowDwgPropsInTips",
+                                                L"ShowFullPathInRefs",
+                                                L"ShowFullPathInSheetSets",
+                                                L"SortWorksets",
+                                                L"NumSheetSets",
+                                                L"SortBy",
+                                                L"Background",
+                                                L"TitleBack",
+                                                L"TitleText",
+                                                L"ReadOnly",
+                                                L"Modified",
+                                                L"AutoUpdatePreviews",
+                                                L"ScrollBarSize",
+                                                L"ScrollOverflow",
+                                                L"ShowDwgName",
+                                                L"DwgNameAbove",
+                                                L"TabMode",
+                                                L"DockSide",
+                                                L"Floating"};
+    // The load stores the work set file first; the save itself starts after it.
+    ASSERT_GE(recording.written.size(), expected.size());
+    EXPECT_EQ(std::vector<std::wstring>(recording.written.end() - expected.size(),
+                                        recording.written.end()),
+              expected);
+}
+
+TEST_F(TabrowSettingsTest, BadStoredValuesFallBackToTheirDefaults) {
+    ASSERT_TRUE(reg.SetString(L"", keys::kSaveCommand, L""));
+    std::vector<std::uint8_t> font91(91, 0x41);
+    ASSERT_TRUE(reg.SetBinary(L"", keys::kTabFont, font91.data(), font91.size()));
+    ASSERT_TRUE(reg.SetString(L"", keys::kLabelFont, L"Arial"));
+    system.commandWindowWidth = 0;
+    const TabrowSettings s = Loaded();
+    EXPECT_EQ(s.m_strSaveCommand, L"_.QSAVE\n");
+    EXPECT_TRUE(SameFont(s.m_lfTabFont, system.guiFont));
+    EXPECT_TRUE(SameFont(s.m_lfLabelFont, system.guiFont));
+    EXPECT_EQ(s.m_nWidthOnCmdWnd, 0) << "known only after the first layout";
+}
+
+TEST_F(TabrowSettingsTest, TheWorkSetFileIsSearchedOnceAndStored) {
+    PutFile(L"program/drafter.worksets");
+    EXPECT_EQ(Loaded().m_strWorksetsPath, scratch.Folder() + L"program/drafter.worksets");
+    PutFile(L"program/Company.worksets");
+    EXPECT_EQ(Loaded().m_strWorksetsPath, scratch.Folder() + L"program/drafter.worksets")
+        << "a shared file that appears later is not noticed while the key is set";
+    ASSERT_TRUE(reg.SetString(keys::kWorksets, keys::kPath, L""));
+    EXPECT_EQ(Loaded().m_strWorksetsPath, scratch.Folder() + L"program/Company.worksets");
+
+    disk.m_userName.clear();
+    fs::remove(ToUtf8(scratch.Folder() + L"program/Company.worksets"));
+    EXPECT_EQ(DefaultWorkSetFile(system), scratch.Folder() + L"program/Company.worksets")
+        << "without a user name the shared file is named even though it is missing";
+}
+
+TEST_F(TabrowSettingsTest, TheSheetSetFolderFallsBackToTheHostsWizard) {
+    const std::wstring profile = L"HKEY_CURRENT_USER\\Software\\Host\\R17\\Profiles\\<<Unnamed>>";
+    system.hostProfileKey = profile;
+    EXPECT_EQ(FindSheetSetSearchPath(reg, system), scratch.Folder() + L"program/")
+        << "no wizard key: the program's folder";
+    EXPECT_FALSE(store.KeyExists(RegHive::CurrentUser,
+                                 L"Software\\Host\\R17\\Profiles\\<<Unnamed>>\\Dialogs"))
+        << "the host's key is only read";
+
+    CRegistryKey wizard(RegHive::None, profile + keys::kSheetSetWizardKey, true);
+    ASSERT_TRUE(wizard.SetString(keys::kSheetSetCreatePath, L"E:\\wizard"));
+    EXPECT_EQ(FindSheetSetSearchPath(reg, system), L"E:\\wizard\\");
+    EXPECT_EQ(reg.GetString(L"", keys::kSsSearchPath, L"unset"), L"unset") << "not written back";
+
+    system.hostProfileKey = L"Software\\Host\\R17\\Profiles\\<<Unnamed>>";
+    EXPECT_EQ(FindSheetSetSearchPath(reg, system), L"E:\\wizard\\") << "hive left out: the user's";
+
+    ASSERT_TRUE(reg.SetString(L"", keys::kSsSearchPath, L"F:\\mine"));
+    EXPECT_EQ(FindSheetSetSearchPath(reg, system), L"F:\\mine\\");
+}
+
+TEST_F(TabrowSettingsTest, AStoreThatCannotBeWrittenStillLoadsAndSaysSaveFailed) {
+    ASSERT_TRUE(reg.SetInt(L"", keys::kTipWidth, 512));
+    TabrowSettings s = Loaded();
+    fs::path file = fs::path(ToUtf8(RegFileStore::DefaultPath()));
+    const std::string before = ReadBytes(file);
+    fs::permissions(file, fs::perms::owner_write | fs::perms::group_write,
+                    fs::perm_options::remove);
+    RegFileStore readOnly(RegFileStore::DefaultPath());
+    ScopedPort<KeyValueStore> port(readOnly);
+    EXPECT_EQ(Loaded().m_nTipWidth, 512);
+    s.m_nTipWidth = 1;
+    EXPECT_FALSE(s.Save(reg));
+    EXPECT_EQ(ReadBytes(file), before);
+}
