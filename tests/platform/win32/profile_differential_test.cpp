@@ -259,4 +259,17 @@ TEST_F(ProfileDifferentialTest, RandomSequencesReadTheSameThroughBothBackends) {
             return;
     }
     std::cout << "accepted missing empty headers: " << acceptedHeaders << "\n";
+
+    // The final files hold the same sections and lines, read back by one reader. Their bytes
+    // differ by design: the Windows functions write the active code page and their own spacing,
+    // the portable writer UTF-8 and the lines it kept as they were.
+    auto contents = [this](const std::wstring& path) {
+        std::wstring text;
+        for (const auto& name : portableBackend.GetSectionNames(path, 1u << 20))
+            text += L"[" + name + L"]" + Show(portableBackend.GetSection(path, name, 1u << 20));
+        return text;
+    };
+    const std::wstring expected = contents(scratch.File(L"portable.ini"));
+    EXPECT_GT(expected.size(), 10u);
+    EXPECT_EQ(Narrow(contents(scratch.File(L"win32.ini"))), Narrow(expected));
 }
