@@ -298,6 +298,20 @@ TEST_F(TabrowSession, StartFindsTheDataFolderOrFallsBackToTheModulesFolder) {
     EXPECT_EQ(theApp.m_strAppDataDir, scratch.Folder() + L"modules/");
 }
 
+TEST_F(TabrowSession, AStoreThatRefusesWritesNeitherStopsTheLoadNorSaysSo) {
+    host.Registry().SetReadOnly(true);
+    Load();
+    ASSERT_NE(g_pTabrow, nullptr);
+    EXPECT_TRUE(g_pTabrow->IsBarVisible());
+    EXPECT_EQ(g_pTabrow->m_nSize, 100);  // defaults stand in for what could not be read
+    EXPECT_TRUE(host.MessageBoxesShown().empty());
+    EXPECT_EQ(host.Commands().size(), 6u);
+    EXPECT_FALSE(Value(host.ProductKey() + L"\\Applications\\HvNeTabrow", L"LOADCTRLS"));
+    host.Type(L"TROFF");
+    Unload();
+    EXPECT_FALSE(Value(kSettingsKey, L"On"));
+}
+
 TEST_F(TabrowSession, AboutShowsTheFullNameAndBuild) {
     Load();
     host.Type(L"TRABOUT");

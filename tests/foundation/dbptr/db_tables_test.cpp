@@ -97,6 +97,17 @@ TEST_F(DbPtrTest, GetBlocksAppliesItsFiveSwitches) {
     EXPECT_EQ(xrefs, (std::vector<DbObjectId>{xref}));
 }
 
+TEST_F(DbPtrTest, ARecordThatCannotBeOpenedIsPassedOver) {
+    DbObjectId busy = db.AddBlock(L"Busy");
+    DbObjectId free = db.AddBlock(L"Free");
+    AcDbBlockTableRecordPtr writer(busy, DbOpenMode::kForWrite);
+    ASSERT_NE(writer.m_pObj, nullptr);
+    AcDbBlockTablePtr table;
+    std::vector<DbObjectId> ids;
+    table.GetBlocks(ids, 0, 0, 0, 0, 0);
+    EXPECT_EQ(ids, (std::vector<DbObjectId>{free}));
+}
+
 TEST_F(DbPtrTest, LayoutsComeInTableOrderWithTheActiveOneMarked) {
     DbObjectId second = db.AddLayout(L"Sheet B", 2);
     db.SetCurrentLayout(second);
