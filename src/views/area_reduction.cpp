@@ -80,48 +80,77 @@ __attribute__((target("avx2"), always_inline)) inline __m256d SampleAvx2(const s
     return _mm256_blend_pd(s, _mm256_set1_pd(1.0), 8);
 }
 
-// The same with all four lanes in one register; no fused multiply-add, which would round once
-// where the plain loop rounds twice.
-__attribute__((target("avx2"))) void AccumulateRgbAvx2(const std::uint8_t* row,
-                                                       const AreaAxis& columns, double rowWeight,
-                                                       double* acc) {
+// The same with all four lanes in one register, and no fused multiply-add, which would round
+// once where the plain loop rounds twice. A column between a span's first and last has the
+// weight 1 and a row inside a footprint may have it too: multiplying by 1 changes nothing, so
+// those multiplications are left out. Four spans go side by side, as their sums are
+// independent and the additions can overlap.
+template <bool kRowWeightIsOne>
+__attribute__((target("avx2"), always_inline)) inline __m256d AddSample(__m256d sum, __m256d sample,
+                                                                        __m256d rowWeight) {
+    return _mm256_add_pd(sum, kRowWeightIsOne ? sample : _mm256_mul_pd(sample, rowWeight));
+}
+
+// A span's first or last column, with its own weight.
+template <bool kRowWeightIsOne>
+__attribute__((target("avx2"), always_inline)) inline __m256d AddEdge(__m256d sum,
+                                                                      const std::uint8_t* p,
+                                                                      double weight,
+                                                                      __m256d rowWeight) {
+    return AddSample<kRowWeightIsOne>(sum, _mm256_mul_pd(SampleAvx2(p), _mm256_set1_pd(weight)),
+                                      rowWeight);
+}
+
+template <bool kRowWeightIsOne>
+__attribute__((target("avx2"))) void AccumulateRgbAvx2Rows(const std::uint8_t* row,
+                                                           const AreaAxis& columns,
+                                                           double rowWeight, double* acc) {
+    constexpr std::size_t kSide = 4;
     const __m256d weightOfRow = _mm256_set1_pd(rowWeight);
     const AreaSpan* spans = columns.spans.data();
     const std::size_t count = columns.spans.size();
     std::size_t t = 0;
-    // Two target columns at a time: their sums are independent, so the adds overlap.
-    for (; t + 1 < count; t += 2) {
-        const AreaSpan& a = spans[t];
-        const AreaSpan& b = spans[t + 1];
-        const double* wa = columns.weights.data() + a.weightOffset;
-        const double* wb = columns.weights.data() + b.weightOffset;
-        const std::uint8_t* pa = row + static_cast<std::size_t>(a.first) * 3;
-        const std::uint8_t* pb = row + static_cast<std::size_t>(b.first) * 3;
-        __m256d sumA = _mm256_loadu_pd(acc + 4 * t);
-        __m256d sumB = _mm256_loadu_pd(acc + 4 * t + 4);
-        const unsigned common = std::min(a.count, b.count);
-        unsigned j = 0;
-        for (; j < common; ++j) {
-            sumA = _mm256_add_pd(
-                sumA, _mm256_mul_pd(_mm256_mul_pd(SampleAvx2(pa + 3 * j), _mm256_set1_pd(wa[j])),
-                                    weightOfRow));
-            sumB = _mm256_add_pd(
-                sumB, _mm256_mul_pd(_mm256_mul_pd(SampleAvx2(pb + 3 * j), _mm256_set1_pd(wb[j])),
-                                    weightOfRow));
+    for (; t + kSide <= count; t += kSide) {
+        __m256d sums[kSide];
+        const std::uint8_t* pixels[kSide];
+        const double* weights[kSide];
+        unsigned common = spans[t].count;
+        for (std::size_t k = 0; k < kSide; ++k) {
+            const AreaSpan& span = spans[t + k];
+            sums[k] = _mm256_loadu_pd(acc + 4 * (t + k));
+            pixels[k] = row + static_cast<std::size_t>(span.first) * 3;
+            weights[k] = columns.weights.data() + span.weightOffset;
+            common = std::min(common, span.count);
+            sums[k] = AddEdge<kRowWeightIsOne>(sums[k], pixels[k], weights[k][0], weightOfRow);
         }
-        for (unsigned k = j; k < a.count; ++k)
-            sumA = _mm256_add_pd(
-                sumA, _mm256_mul_pd(_mm256_mul_pd(SampleAvx2(pa + 3 * k), _mm256_set1_pd(wa[k])),
-                                    weightOfRow));
-        for (unsigned k = j; k < b.count; ++k)
-            sumB = _mm256_add_pd(
-                sumB, _mm256_mul_pd(_mm256_mul_pd(SampleAvx2(pb + 3 * k), _mm256_set1_pd(wb[k])),
-                                    weightOfRow));
-        _mm256_storeu_pd(acc + 4 * t, sumA);
-        _mm256_storeu_pd(acc + 4 * t + 4, sumB);
+        unsigned j = 1;
+        for (; j + 1 < common; ++j) {
+            for (std::size_t k = 0; k < kSide; ++k)
+                sums[k] =
+                    AddSample<kRowWeightIsOne>(sums[k], SampleAvx2(pixels[k] + 3 * j), weightOfRow);
+        }
+        for (std::size_t k = 0; k < kSide; ++k) {
+            const unsigned n = spans[t + k].count;
+            for (unsigned i = j; i < n; ++i) {
+                sums[k] = i + 1 == n ? AddEdge<kRowWeightIsOne>(sums[k], pixels[k] + 3 * i,
+                                                                weights[k][i], weightOfRow)
+                                     : AddSample<kRowWeightIsOne>(
+                                           sums[k], SampleAvx2(pixels[k] + 3 * i), weightOfRow);
+            }
+            _mm256_storeu_pd(acc + 4 * (t + k), sums[k]);
+        }
     }
     if (t < count)
-        AccumulateRgbSpansSse2(row, spans + t, 1, columns.weights.data(), rowWeight, acc + 4 * t);
+        AccumulateRgbSpansSse2(row, spans + t, count - t, columns.weights.data(), rowWeight,
+                               acc + 4 * t);
+}
+
+void AccumulateRgbAvx2(const std::uint8_t* row, const AreaAxis& columns, double rowWeight,
+                       double* acc) {
+    if (rowWeight == 1.0)
+        AccumulateRgbAvx2Rows<true>(row, columns, rowWeight, acc);
+    else
+        AccumulateRgbAvx2Rows<false>(row, columns, rowWeight, acc);
 }
 
 bool HasAvx2() {
