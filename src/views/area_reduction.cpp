@@ -4,7 +4,7 @@
 #include <cmath>
 #include <cstring>
 
-#if defined(__x86_64__) || defined(_M_X64)
+#if (defined(__GNUC__) || defined(__clang__)) && (defined(__x86_64__) || defined(_M_X64))
 #define TABROW_X86_KERNELS 1
 #include <immintrin.h>
 #endif

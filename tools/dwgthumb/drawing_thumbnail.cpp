@@ -27,7 +27,7 @@ bool WriteFile(const std::filesystem::path& path, const std::string& bytes) {
 }
 
 void WritePicture(const TrDwgPreview& preview, const TrDwgImageRecord* png,
-                  const std::filesystem::path& drawing, const ThumbOptions& options,
+                  const std::filesystem::path& drawing, ThumbOptions& options,
                   ThumbResult& result) {
     if (options.outputFolder.empty())
         return;
@@ -47,8 +47,11 @@ void WritePicture(const TrDwgPreview& preview, const TrDwgImageRecord* png,
     }
     if (bytes.empty())
         return;
-    const std::filesystem::path target =
-        options.outputFolder / (drawing.stem().string() + extension);
+    std::filesystem::path target = options.outputFolder / (drawing.stem().string() + extension);
+    for (int n = 2; options.written.count(target) != 0; ++n)
+        target =
+            options.outputFolder / (drawing.stem().string() + "-" + std::to_string(n) + extension);
+    options.written.insert(target);
     if (!WriteFile(target, bytes)) {
         result.readFailed = true;
         result.failure = "cannot write " + target.string();
@@ -87,7 +90,7 @@ std::string BmpFileOf(const std::uint8_t* dib, std::size_t size) {
     return out;
 }
 
-ThumbResult MakeThumbnail(const std::filesystem::path& drawing, const ThumbOptions& options) {
+ThumbResult MakeThumbnail(const std::filesystem::path& drawing, ThumbOptions& options) {
     ThumbResult result;
     const std::wstring path = FromUtf8(drawing.string());
     TrDwgPreview preview(options.background.value_or(0xFFFFFF), options.background.has_value(),

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <set>
 #include <string>
 
 #include "foundation/win_types.h"
@@ -13,6 +14,9 @@ struct ThumbOptions {
     std::filesystem::path outputFolder;  // empty: nothing is written
     bool bmp = false;
     std::optional<win::COLORREF> background;  // palette fitting for it first
+    // Pictures written in this run: drawings of the same name in different folders get
+    // "-2", "-3" ... rather than overwrite each other.
+    std::set<std::filesystem::path> written;
 };
 
 struct ThumbResult {
@@ -28,7 +32,7 @@ struct ThumbResult {
 // The name of a release newer than the version table, or empty.
 std::string NewerReleaseName(const std::string& version);
 
-ThumbResult MakeThumbnail(const std::filesystem::path& drawing, const ThumbOptions& options);
+ThumbResult MakeThumbnail(const std::filesystem::path& drawing, ThumbOptions& options);
 
 // A BMP file of a packed DIB: the 14-byte file header, then the DIB as it is.
 std::string BmpFileOf(const std::uint8_t* dib, std::size_t size);

@@ -62,9 +62,15 @@ void SoftwareCanvas::DrawText(const std::wstring& text, const win::RECT& rect,
     FontRasteriser* fonts = Fonts();
     if (fonts == nullptr || (format & kTextCalcRect) != 0)
         return;
-    MonoBitmap mask(m_nWidth, m_nHeight);
-    RasteriseText(*fonts, text, rect, font, format, {0, 0}, mask);
-    FillMask(mask.bits.data(), mask.width, mask.height, mask.width, 0, 0, color);
+    // Glyphs land only inside the rectangle (or anywhere on the canvas without clipping), so
+    // the mask covers just that.
+    const win::RECT area =
+        (format & kTextNoClip) != 0 ? win::RECT{0, 0, m_nWidth, m_nHeight} : Clip(rect);
+    if (area.IsEmpty())
+        return;
+    MonoBitmap mask(area.Width(), area.Height());
+    RasteriseText(*fonts, text, rect, font, format, {area.left, area.top}, mask);
+    FillMask(mask.bits.data(), mask.width, mask.height, mask.width, area.left, area.top, color);
 }
 
 win::SIZE SoftwareCanvas::MeasureText(const std::wstring& text, const win::LOGFONTW& font) {
