@@ -56,7 +56,8 @@ public:
         Check();
         if (count == 0)
             return 0;
-        const std::size_t got = m_file->ReadAt(m_nPosition, buffer, count);
+        const std::size_t got = count <= kWindow ? ReadThroughWindow(buffer, count)
+                                                 : m_file->ReadAt(m_nPosition, buffer, count);
         m_nPosition += got;
         return got;
     }
@@ -70,6 +71,25 @@ public:
     std::uint64_t Size() const { return m_file != nullptr ? m_file->Size() : 0; }
 
 private:
+    // The head and the record table are a dozen small reads close together: one read of the
+    // file serves them all.
+    static constexpr std::size_t kWindow = 4096;
+
+    std::size_t ReadThroughWindow(void* buffer, std::size_t count) {
+        const bool inside = m_nPosition >= m_nWindowStart &&
+                            m_nPosition + count <= m_nWindowStart + m_window.size();
+        if (!inside) {
+            m_window.resize(kWindow);
+            m_window.resize(m_file->ReadAt(m_nPosition, m_window.data(), kWindow));
+            m_nWindowStart = m_nPosition;
+        }
+        const std::uint64_t skip = m_nPosition - m_nWindowStart;
+        const std::size_t got =
+            static_cast<std::size_t>(std::min<std::uint64_t>(count, m_window.size() - skip));
+        std::memcpy(buffer, m_window.data() + skip, got);
+        return got;
+    }
+
     void Check() const {
         if (m_file == nullptr)
             throw DwgFileError{m_nOpenCause};
@@ -78,6 +98,8 @@ private:
     std::unique_ptr<InputFile> m_file;
     int m_nOpenCause;
     std::uint64_t m_nPosition = 0;
+    std::vector<std::uint8_t> m_window;
+    std::uint64_t m_nWindowStart = 0;
 };
 
 TrDwgPreview::TrDwgPreview() = default;
@@ -113,7 +135,6 @@ void TrDwgPreview::SetFile(const std::wstring& path) {
 
 void TrDwgPreview::Clear() {
     m_hDib.clear();
-    m_hDib.shrink_to_fit();
     m_records.clear();
 }
 
