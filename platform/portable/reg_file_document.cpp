@@ -189,11 +189,15 @@ bool EndsWithContinuation(std::wstring_view line) {
 }
 
 // The physical lines of one logical line starting at `index`: hex data goes on after a
-// trailing backslash.
+// trailing backslash, but never onto a blank line or a key, which would swallow them.
 std::size_t LogicalLineEnd(const std::vector<std::wstring>& lines, std::size_t index) {
     std::size_t end = index;
-    while (end + 1 < lines.size() && EndsWithContinuation(lines[end]))
+    while (end + 1 < lines.size() && EndsWithContinuation(lines[end])) {
+        std::wstring_view next = Trim(lines[end + 1]);
+        if (next.empty() || next.front() == L'[')
+            break;
         ++end;
+    }
     return end + 1;
 }
 
@@ -212,6 +216,18 @@ std::wstring JoinContinued(const std::vector<std::wstring>& lines, std::size_t f
 void AppendLine(std::wstring& out, std::wstring_view line) {
     out += line;
     out += L"\r\n";
+}
+
+// A kept group of lines as it was. One that ends in a backslash gets a blank line after it, so
+// that it does not take in whatever is written next when the file is read again.
+void AppendKept(std::wstring& out, std::wstring_view group) {
+    for (std::size_t cut; (cut = group.find(L'\n')) != std::wstring_view::npos;) {
+        AppendLine(out, group.substr(0, cut));
+        group.remove_prefix(cut + 1);
+    }
+    AppendLine(out, group);
+    if (EndsWithContinuation(group))
+        AppendLine(out, L"");
 }
 
 std::wstring Quote(std::wstring_view text) {
@@ -314,8 +330,10 @@ std::optional<RegFileDocument> RegFileDocument::Parse(std::string_view bytes) {
 
     RegFileKey* current = nullptr;
     auto keep = [&](std::size_t from, std::size_t to) {
-        auto& target = current ? current->keptLines : document.m_prologue;
-        target.insert(target.end(), lines.begin() + from, lines.begin() + to);
+        std::wstring group = lines[from];
+        for (std::size_t i = from + 1; i < to; ++i)
+            group += L'\n' + lines[i];
+        (current ? current->keptLines : document.m_prologue).push_back(std::move(group));
     };
     for (++index; index < lines.size();) {
         std::wstring_view line = Trim(lines[index]);
@@ -358,7 +376,7 @@ std::string RegFileDocument::Serialize() const {
     AppendLine(text, kHeader);
     AppendLine(text, L"");
     for (const std::wstring& line : m_prologue)
-        AppendLine(text, line);
+        AppendKept(text, line);
     if (!m_prologue.empty())
         AppendLine(text, L"");
     for (const RegFileKey& key : m_keys) {
@@ -371,7 +389,7 @@ std::string RegFileDocument::Serialize() const {
                 AppendLine(text, FormatValue(value));
         }
         for (const std::wstring& line : key.keptLines)
-            AppendLine(text, line);
+            AppendKept(text, line);
         AppendLine(text, L"");
     }
     std::vector<std::uint8_t> units = reg::StringBytes(text);

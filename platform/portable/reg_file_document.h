@@ -24,7 +24,8 @@ struct RegFileKey {
     RegHive hive = RegHive::None;
     std::wstring path;  // below the hive, without empty parts
     std::vector<RegFileValue> values;
-    // Lines under this key that were not understood, kept as they were. A key whose own header
+    // Lines under this key that were not understood, kept as they were (lines joined by a
+    // trailing backslash stay together, separated by a line feed). A key whose own header
     // was not understood has hive None and its header here first.
     std::vector<std::wstring> keptLines;
 };

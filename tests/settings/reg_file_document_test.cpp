@@ -165,3 +165,25 @@ TEST(RegFileDocument, KeyPathsIgnoreCaseAndEmptyParts) {
     EXPECT_EQ(document.ChildNames(RegHive::CurrentUser, L""),
               std::vector<std::wstring>{L"Software"});
 }
+
+TEST(RegFileDocument, ABrokenContinuationStaysApartFromWhatFollows) {
+    // A value whose hex data breaks off before a blank line is kept; the stray data after the
+    // blank must not join it when the file is written (values first) and read again.
+    auto document =
+        RegFileDocument::Parse(ToUtf8(L"Windows Registry Editor Version 5.00\n"
+                                      L"[HKEY_CURRENT_USER\\S]\n"
+                                      L"\"Cut\"=hex:01,02,\\\n"
+                                      L"\n"
+                                      L"  03,04\n"
+                                      L"\"Whole\"=hex:05,\\\n"
+                                      L"  06\n"));
+    ASSERT_TRUE(document);
+    const RegFileKey& key = KeyAt(*document, L"S");
+    ASSERT_EQ(key.values.size(), 1u);
+    EXPECT_EQ(key.values[0].value, (RegValue{reg::kBinary, {5, 6}}));
+    EXPECT_EQ(key.keptLines, (std::vector<std::wstring>{L"\"Cut\"=hex:01,02,\\", L"  03,04"}));
+    auto again = RegFileDocument::Parse(document->Serialize());
+    ASSERT_TRUE(again);
+    EXPECT_EQ(KeyAt(*again, L"S").values.size(), 1u);
+    EXPECT_EQ(KeyAt(*again, L"S").keptLines, key.keptLines);
+}
