@@ -207,12 +207,7 @@ std::unique_ptr<InputFile> Win32FileSystem::OpenRead(const std::wstring& path) {
 }
 
 std::optional<std::string> Win32FileSystem::ReadAll(const std::wstring& path, std::uint64_t limit) {
-    auto file = OpenRead(path);
-    if (!file || file->Size() > limit)
-        return std::nullopt;
-    std::string bytes(static_cast<std::size_t>(file->Size()), '\0');
-    bytes.resize(file->ReadAt(0, bytes.data(), bytes.size()));
-    return bytes;
+    return ReadWholeFile(OpenRead(path), limit);
 }
 
 bool Win32FileSystem::WriteAtomic(const std::wstring& path, const std::string& bytes) {

@@ -28,6 +28,16 @@ public:
     virtual std::size_t ReadAt(std::uint64_t offset, void* buffer, std::size_t count) = 0;
 };
 
+// The whole of an open file of at most `limit` bytes; nullopt if there is none or it is larger.
+// Adapters build their ReadAll on it.
+inline std::optional<std::string> ReadWholeFile(std::unique_ptr<InputFile> file,
+                                                std::uint64_t limit) {
+    if (!file || file->Size() > limit) return std::nullopt;
+    std::string bytes(static_cast<std::size_t>(file->Size()), '\0');
+    bytes.resize(file->ReadAt(0, bytes.data(), bytes.size()));
+    return bytes;
+}
+
 class FileSystem {
 public:
     virtual ~FileSystem() = default;
