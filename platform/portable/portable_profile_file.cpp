@@ -6,6 +6,7 @@
 #include "platform/portable/profile_document.h"
 #include "ports/file_system.h"
 #include "ports/port.h"
+#include "foundation/hex_digit.h"
 
 namespace {
 
@@ -122,16 +123,6 @@ int ParseProfileInt(std::wstring_view text) {
     if (negative)
         total = 0u - total;
     return static_cast<int>(total);
-}
-
-int HexDigit(wchar_t c) {
-    if (c >= L'0' && c <= L'9')
-        return c - L'0';
-    if (c >= L'A' && c <= L'F')
-        return c - L'A' + 10;
-    if (c >= L'a' && c <= L'f')
-        return c - L'a' + 10;
-    return -1;
 }
 
 }  // namespace
@@ -253,8 +244,8 @@ bool PortableProfileFile::GetStruct(const std::wstring& path, const std::wstring
         return false;
     std::vector<unsigned char> bytes(size + 1);
     for (std::size_t i = 0; i < bytes.size(); ++i) {
-        const int high = HexDigit((*value)[2 * i]);
-        const int low = HexDigit((*value)[2 * i + 1]);
+        const int high = HexDigitValue((*value)[2 * i]);
+        const int low = HexDigitValue((*value)[2 * i + 1]);
         if (high < 0 || low < 0)
             return false;
         bytes[i] = static_cast<unsigned char>(high * 16 + low);

@@ -5,6 +5,7 @@
 
 #include "foundation/no_case.h"
 #include "foundation/text_encoding.h"
+#include "foundation/hex_digit.h"
 
 namespace {
 
@@ -47,23 +48,13 @@ std::vector<std::wstring> SplitLines(const std::wstring& text) {
     return lines;
 }
 
-int HexDigit(wchar_t c) {
-    if (c >= L'0' && c <= L'9')
-        return c - L'0';
-    if (c >= L'a' && c <= L'f')
-        return c - L'a' + 10;
-    if (c >= L'A' && c <= L'F')
-        return c - L'A' + 10;
-    return -1;
-}
-
 // Up to `maxDigits` hex digits and nothing else.
 std::optional<std::uint32_t> ParseHexNumber(std::wstring_view text, std::size_t maxDigits) {
     if (text.empty() || text.size() > maxDigits)
         return std::nullopt;
     std::uint32_t number = 0;
     for (wchar_t c : text) {
-        int digit = HexDigit(c);
+        int digit = HexDigitValue(c);
         if (digit < 0)
             return std::nullopt;
         number = (number << 4) | static_cast<std::uint32_t>(digit);
