@@ -233,7 +233,30 @@ void SimHost::RemoveGroup(const std::wstring& group) {
     std::erase_if(m_commands, [&](const auto& c) { return EqualNoCase(c.group, group); });
 }
 
+void SimHost::RegisterMessageWatcher(HostMessageWatcher watcher) {
+    m_watchers.push_back(watcher);
+}
+
+void SimHost::RemoveMessageWatcher(HostMessageWatcher watcher) {
+    std::erase(m_watchers, watcher);
+}
+
+void SimHost::PumpMessage(const HostMessage& message) {
+    auto watchers = m_watchers;  // a watcher may remove itself
+    for (HostMessageWatcher watcher : watchers)
+        watcher(message);
+}
+
 // --- HostDocuments ---
+
+std::wstring SimHost::PathName(HostDocument* doc) {
+    SimDocument& d = Document(doc);
+    return d.everSaved ? d.pathName : std::wstring();
+}
+
+bool SimHost::IsQuiescent(HostDocument*) {
+    return m_variables[L"CMDNAMES"].empty();
+}
 
 std::vector<HostDocument*> SimHost::Documents() {
     std::vector<HostDocument*> docs;
@@ -270,6 +293,44 @@ void SimHost::Release(HostApplication* app) {
         throw std::logic_error("automation object released more often than obtained");
     }
     --m_automationRefs;
+}
+
+int SimHost::DocumentCount(HostApplication* app) {
+    CheckAutomation();
+    if (app != reinterpret_cast<HostApplication*>(this) || m_automationRefs == 0)
+        throw std::logic_error("automation object used without a reference");
+    return static_cast<int>(m_documents.size());
+}
+
+HostAutoDocument* SimHost::DocumentOfDatabase(HostDatabase* db) {
+    CheckAutomation();
+    HostDocument* doc = DocumentOf(db);
+    if (doc == nullptr)
+        throw ComError(hr::kFail, L"Unspecified error");
+    if (m_documentsHaveNoInterface)
+        return nullptr;
+    ++m_automationRefs;
+    return reinterpret_cast<HostAutoDocument*>(doc);
+}
+
+void SimHost::Release(HostAutoDocument* doc) {
+    if (doc == nullptr || m_automationRefs == 0)
+        throw std::logic_error("automation document released more often than obtained");
+    --m_automationRefs;
+}
+
+int SimHost::GetIntVariable(HostAutoDocument* doc, const std::wstring& name) {
+    CheckAutomation();
+    SimDocument& d = Document(reinterpret_cast<HostDocument*>(doc));
+    std::wstring key = Upper(name);
+    if (key == L"DBMOD")
+        return d.dbmod;
+    if (key == L"TILEMODE")
+        return d.database->Tilemode() ? 1 : 0;
+    auto it = m_variables.find(key);
+    if (it == m_variables.end())
+        throw ComError(hr::kFail, L"Error getting system variable");
+    return std::stoi(it->second);
 }
 
 // --- MessageBoxes ---

@@ -24,6 +24,7 @@
 #include "ports/host_documents.h"
 #include "ports/host_services.h"
 #include "ports/message_box.h"
+#include "ports/window_messages.h"
 #include "ports/port.h"
 
 // What the host tells its document and editor reactors, in the host's order.
@@ -74,6 +75,8 @@ public:
     // (reported on the command line).
     bool Type(const std::wstring& command);
     void Quit() { m_quitting = true; }
+    // One message of the main loop: every registered watcher sees it first.
+    void PumpMessage(const HostMessage& message);
 
     // --- what a test sets up ---
     void SetBackgroundMode(bool on) { m_backgroundMode = on; }
@@ -86,6 +89,9 @@ public:
     void SetAppLoader(std::function<void()> loader) { m_appLoader = std::move(loader); }
     void SetMainExecutableYear(int year) { m_mainExecutableYear = year; }
     void SetModuleProductVersion(const std::wstring& text) { m_productVersion = text; }
+    void SetCurrentColors(const HostDrawingColors& colors) { m_colors = colors; }
+    // The database's object offers no automation document (E_NOINTERFACE from the query).
+    void SetDocumentsHaveNoInterface(bool none) { m_documentsHaveNoInterface = none; }
     void AddListener(SimHostListener* listener) { m_listeners.push_back(listener); }
     void RemoveListener(SimHostListener* listener);
 
@@ -103,6 +109,8 @@ public:
     bool IsMdiAware(HostAppPacket* pkt) const;
     bool IsUnlocked(HostAppPacket* pkt) const;
     int AutomationReferences() const { return m_automationRefs; }
+    int PromptsPosted() const { return m_promptsPosted; }
+    const std::vector<HostMessageWatcher>& MessageWatchers() const { return m_watchers; }
 
     // --- HostServices ---
     bool IsInBackgroundMode() override { return m_backgroundMode; }
@@ -116,6 +124,10 @@ public:
     int MainExecutableYear() override { return m_mainExecutableYear; }
     bool AddCommand(const HostCommandRegistration& command) override;
     void RemoveGroup(const std::wstring& group) override;
+    void PostCommandPrompt() override { ++m_promptsPosted; }
+    HostDrawingColors CurrentColors() override { return m_colors; }
+    void RegisterMessageWatcher(HostMessageWatcher watcher) override;
+    void RemoveMessageWatcher(HostMessageWatcher watcher) override;
     void RegisterAppMdiAware(HostAppPacket* pkt) override { m_mdiAware.push_back(pkt); }
     void UnlockApplication(HostAppPacket* pkt) override { m_unlocked.push_back(pkt); }
 
@@ -124,7 +136,11 @@ public:
     HostDocument* CurDocument() override { return m_active; }
     std::vector<HostDocument*> Documents() override;
     HostDocument* DocumentOf(HostDatabase* db) override;
+    void SetCurDocument(HostDocument* doc) override { Activate(doc); }
+    void ActivateDocument(HostDocument* doc) override { Activate(doc); }
     std::wstring FileName(HostDocument* doc) override { return Document(doc).pathName; }
+    std::wstring PathName(HostDocument* doc) override;
+    bool IsQuiescent(HostDocument* doc) override;
     std::wstring Title(HostDocument* doc) override { return Document(doc).title; }
     bool IsReadOnly(HostDocument* doc) override { return Document(doc).readOnly; }
     bool IsModified(HostDocument* doc) override { return Document(doc).dbmod != 0; }
@@ -133,6 +149,11 @@ public:
     // --- HostAutomation ---
     HostApplication* QueryApplication() override;
     void Release(HostApplication* app) override;
+    int DocumentCount(HostApplication* app) override;
+    bool HasOleLinkManager() override { return m_hasAutomation; }
+    HostAutoDocument* DocumentOfDatabase(HostDatabase* db) override;
+    void Release(HostAutoDocument* doc) override;
+    int GetIntVariable(HostAutoDocument* doc, const std::wstring& name) override;
 
     // --- MessageBoxes: answered from the queue, kIdOk when it is empty ---
     int Show(const std::wstring& text, const std::wstring& caption, unsigned flags) override;
@@ -169,6 +190,10 @@ private:
     std::optional<ComError> m_automationFailure;
     bool m_hasAutomation = true;
     int m_automationRefs = 0;
+    int m_promptsPosted = 0;
+    bool m_documentsHaveNoInterface = false;
+    HostDrawingColors m_colors{0x000000, 0xFFFFFF};
+    std::vector<HostMessageWatcher> m_watchers;
     bool m_backgroundMode = false;
     bool m_quitting = false;
     int m_mainExecutableYear = 2006;

@@ -3,11 +3,14 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "ports/window_messages.h"
+
 SimWindowSystem::SimWindowSystem() {
     // A maximised frame on a full-HD screen: MDI client above a docked command line.
     m_frame = Make(nullptr, L"HostFrame", win::RECT{0, 0, 1920, 1040}, ws::kVisible);
     m_mdiClient = Make(m_frame, L"MDIClient", win::RECT{0, 60, 1920, 880},
                        ws::kChild | ws::kVisible | ws::kClipChildren);
+    Window(m_mdiClient).controlId = kMdiClientId;
     m_cmdContainer = Make(m_frame, L"CommandBar", win::RECT{0, 880, 1920, 1020},
                           ws::kChild | ws::kVisible | ws::kClipChildren);
     m_cmdWnd = Make(m_cmdContainer, L"CommandWindow", win::RECT{0, 0, 1920, 140},
@@ -165,4 +168,70 @@ void SimWindowSystem::Hook(HostWindow* window, WindowHook* hook) {
 
 void SimWindowSystem::Unhook(HostWindow* window, WindowHook* hook) {
     std::erase(Window(window).hooks, hook);
+}
+
+void SimWindowSystem::SetParent(HostWindow* window, HostWindow* parent) {
+    if (!IsWindow(window) || (parent != nullptr && !IsWindow(parent)))
+        return;
+    Window(window).parent = parent;
+}
+
+win::RECT SimWindowSystem::MdiClientRoom(HostWindow* frame) {
+    const win::RECT& outer = Window(frame).rect;
+    win::RECT room{0, kToolbarsHeight, outer.Width(), outer.Height() - kStatusBarHeight};
+    // The docked command line is a control bar of the frame: it takes the bottom of the room.
+    if (frame == m_frame && IsWindow(m_cmdContainer) && (Style(m_cmdContainer) & ws::kVisible))
+        room.bottom -= Window(m_cmdContainer).rect.Height();
+    return room;
+}
+
+int SimWindowSystem::SystemMetric(int index) {
+    switch (index) {
+    case ws::kSmCyCaption:
+        return 23;
+    case ws::kSmCxFrame:
+        return 4;
+    default:
+        return 0;
+    }
+}
+
+void SimWindowSystem::SetMessageHandler(HostWindow* window, WindowMessageHandler* handler) {
+    Window(window).handler = handler;
+}
+
+void SimWindowSystem::SetTimer(HostWindow* window, unsigned id, unsigned ms) {
+    Window(window).timers[id] = SimWindow::Timer{ms, m_now + ms};
+}
+
+void SimWindowSystem::KillTimer(HostWindow* window, unsigned id) {
+    if (IsWindow(window))
+        Window(window).timers.erase(id);
+}
+
+void SimWindowSystem::Elapse(unsigned ms) {
+    const long long end = m_now + ms;
+    for (;;) {
+        // The next timer to fall due anywhere; a handler may set, kill or destroy timers.
+        HostWindow* next = nullptr;
+        unsigned nextId = 0;
+        long long due = end + 1;
+        for (auto& [handle, w] : m_windows) {
+            for (auto& [id, timer] : w->timers) {
+                if (timer.due < due) {
+                    due = timer.due;
+                    next = handle;
+                    nextId = id;
+                }
+            }
+        }
+        if (next == nullptr)
+            break;
+        m_now = due;
+        SimWindow& w = Window(next);
+        w.timers[nextId].due = due + std::max(1u, w.timers[nextId].period);
+        if (w.handler != nullptr)
+            w.handler->OnMessage(next, wm::kTimer, nextId, 0);
+    }
+    m_now = end;
 }

@@ -21,6 +21,13 @@ struct SimWindow {
     bool zoomed = false;
     std::vector<WindowHook*> hooks;  // oldest first, not owned
     int redraws = 0;
+    int controlId = 0;
+    WindowMessageHandler* handler = nullptr;  // not owned
+    struct Timer {
+        unsigned period = 0;
+        long long due = 0;  // on the window system's clock, in ms
+    };
+    std::map<unsigned, Timer> timers;
 };
 
 class SimWindowSystem : public WindowSystem {
@@ -43,6 +50,10 @@ public:
     };
     const std::vector<MoveRecord>& Moves() const { return m_moves; }
     std::vector<HostWindow*> ChildrenOf(HostWindow* parent, const std::wstring& className);
+    // Lets `ms` of time pass: each timer that falls due sends WM_TIMER to its window's handler,
+    // in the order they fall due.
+    void Elapse(unsigned ms);
+    long long Now() const { return m_now; }
 
     HostWindow* HostFrame() override { return m_frame; }
     HostWindow* DockedCommandLine() override { return m_cmdLine; }
@@ -64,10 +75,21 @@ public:
     void CenterInScreen(HostWindow* window) override;
     unsigned Style(HostWindow* window) override;
     void ModifyStyle(HostWindow* window, unsigned remove, unsigned add) override;
+    void SetParent(HostWindow* window, HostWindow* parent) override;
+    int ControlId(HostWindow* window) override { return Window(window).controlId; }
+    win::RECT MdiClientRoom(HostWindow* frame) override;
+    int SystemMetric(int index) override;
+    void SetMessageHandler(HostWindow* window, WindowMessageHandler* handler) override;
+    void SetTimer(HostWindow* window, unsigned id, unsigned ms) override;
+    void KillTimer(HostWindow* window, unsigned id) override;
     void Hook(HostWindow* window, WindowHook* hook) override;
     void Unhook(HostWindow* window, WindowHook* hook) override;
 
     static constexpr win::RECT kScreen{0, 0, 1920, 1080};
+    // The frame's own bars: the toolbars above the MDI client, the status bar at the bottom.
+    static constexpr int kToolbarsHeight = 60;
+    static constexpr int kStatusBarHeight = 20;
+    static constexpr int kMdiClientId = 0xE900;
 
 private:
     HostWindow* Make(HostWindow* parent, const std::wstring& className, const win::RECT& rect,
@@ -75,6 +97,7 @@ private:
 
     std::map<HostWindow*, std::unique_ptr<SimWindow>> m_windows;
     std::vector<MoveRecord> m_moves;
+    long long m_now = 0;
     HostWindow* m_frame = nullptr;
     HostWindow* m_mdiClient = nullptr;
     HostWindow* m_cmdContainer = nullptr;

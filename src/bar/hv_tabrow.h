@@ -24,6 +24,13 @@ public:
     void CenterFloating();
     void OnDocumentActivated(HostDocument* doc);
 
+    // The thickness that the hook cuts out of the MDI client or the command window.
+    int CalcTabBarSize(const win::RECT* prc);
+    int GetPreviewBarSize();
+    int GetCmdWndBarWidth();
+    // Application.Documents.Count; throws ComError.
+    int GetOpenDocumentCount();
+
     HostWindow* GetSafeHwnd() const { return m_hWnd; }
     HostWindow* FloatingWindow() const { return m_hFloatWnd; }
     HostDocument* ActiveDocument() const { return m_pActiveDoc; }

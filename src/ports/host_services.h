@@ -3,11 +3,22 @@
 // line, its command stack and dynamic linker, and where its product keeps its settings.
 
 #include <functional>
+#include <cstdint>
 #include <optional>
 #include <string>
 
 // The application handle the host passes to the entry point; the core only hands it back.
 struct HostAppPacket;
+struct HostMessage;
+
+// Sees each message of the host's main loop before it is dispatched.
+using HostMessageWatcher = void (*)(const HostMessage& message);
+
+// The host's drawing colours as far as the palette paints with them.
+struct HostDrawingColors {
+    std::uint32_t modelBackground = 0;   // COLORREF
+    std::uint32_t layoutBackground = 0;  // COLORREF, the paper
+};
 
 using HostCommandFunction = std::function<void()>;
 
@@ -46,6 +57,14 @@ public:
     // The command stack. Returns false when the host refuses (a name already taken).
     virtual bool AddCommand(const HostCommandRegistration& command) = 0;
     virtual void RemoveGroup(const std::wstring& group) = 0;
+
+    // Redraws the command prompt after a relayout wiped it.
+    virtual void PostCommandPrompt() = 0;
+    virtual HostDrawingColors CurrentColors() = 0;
+
+    // acedRegisterWatchWinMsg and its removal.
+    virtual void RegisterMessageWatcher(HostMessageWatcher watcher) = 0;
+    virtual void RemoveMessageWatcher(HostMessageWatcher watcher) = 0;
 
     // The dynamic linker.
     virtual void RegisterAppMdiAware(HostAppPacket* pkt) = 0;

@@ -3,6 +3,7 @@
 // the parent's coordinates, a style and a visible state. Position changes pass through hooks
 // installed on a window, which may change the WINDOWPOS before the window takes it.
 
+#include <cstdint>
 #include <string>
 
 #include "foundation/win_types.h"
@@ -10,6 +11,9 @@
 struct HostWindow;
 
 namespace ws {
+// GetSystemMetrics indexes.
+constexpr int kSmCxFrame = 32;
+constexpr int kSmCyCaption = 4;
 constexpr unsigned kChild = 0x40000000;
 constexpr unsigned kVisible = 0x10000000;
 constexpr unsigned kClipChildren = 0x02000000;
@@ -19,6 +23,14 @@ constexpr unsigned kRdwErase = 0x0004;
 constexpr unsigned kRdwAllChildren = 0x0080;
 constexpr unsigned kRdwUpdateNow = 0x0100;
 }  // namespace ws
+
+// The messages of a window that the core made itself (the bar, the palette) reach the core here.
+class WindowMessageHandler {
+public:
+    virtual ~WindowMessageHandler() = default;
+    virtual std::intptr_t OnMessage(HostWindow* window, unsigned message, std::uintptr_t wParam,
+                                    std::intptr_t lParam) = 0;
+};
 
 // A link of a window's procedure chain. The newest hook sees a message first.
 class WindowHook {
@@ -55,6 +67,23 @@ public:
 
     virtual unsigned Style(HostWindow* window) = 0;
     virtual void ModifyStyle(HostWindow* window, unsigned remove, unsigned add) = 0;
+
+    // Parent changes keep the rectangle's numbers, now in the new parent's coordinates.
+    virtual void SetParent(HostWindow* window, HostWindow* parent) = 0;
+    // The window's child id (GetDlgCtrlID).
+    virtual int ControlId(HostWindow* window) = 0;
+    // The room that a frame's control bars leave for its MDI client, in the frame's client
+    // coordinates (RepositionBars with reposQuery).
+    virtual win::RECT MdiClientRoom(HostWindow* frame) = 0;
+    // GetSystemMetrics.
+    virtual int SystemMetric(int index) = 0;
+
+    // Gives a window made by CreateChild its handler; null detaches it. Not owned.
+    virtual void SetMessageHandler(HostWindow* window, WindowMessageHandler* handler) = 0;
+    // A timer sends WM_TIMER (wParam the id) to the window every `ms` until it is killed;
+    // setting an id that runs restarts it.
+    virtual void SetTimer(HostWindow* window, unsigned id, unsigned ms) = 0;
+    virtual void KillTimer(HostWindow* window, unsigned id) = 0;
 
     virtual void Hook(HostWindow* window, WindowHook* hook) = 0;  // hook not owned
     virtual void Unhook(HostWindow* window, WindowHook* hook) = 0;

@@ -1,0 +1,35 @@
+#pragma once
+// The window system's message numbers that the core sends, receives or watches, and the record
+// of one message as the host's main loop hands it to a watcher.
+
+#include <cstdint>
+
+struct HostWindow;
+
+namespace wm {
+constexpr unsigned kDestroy = 0x0002;
+constexpr unsigned kSize = 0x0005;
+constexpr unsigned kPaint = 0x000F;
+constexpr unsigned kClose = 0x0010;
+constexpr unsigned kWindowPosChanging = 0x0046;
+constexpr unsigned kContextMenu = 0x007B;
+constexpr unsigned kNcDestroy = 0x0082;
+constexpr unsigned kTimer = 0x0113;
+constexpr unsigned kMouseMove = 0x0200;
+constexpr unsigned kLButtonDown = 0x0201;
+constexpr unsigned kLButtonUp = 0x0202;
+constexpr unsigned kRButtonDown = 0x0204;
+constexpr unsigned kRButtonUp = 0x0205;
+constexpr unsigned kMButtonUp = 0x0208;
+constexpr unsigned kMouseWheel = 0x020A;
+constexpr unsigned kUser = 0x0400;
+// The host asks a modeless window whether it wants to keep the keyboard focus.
+constexpr unsigned kAcadKeepFocus = 0x7101;
+}  // namespace wm
+
+struct HostMessage {
+    HostWindow* window = nullptr;
+    unsigned message = 0;
+    std::uintptr_t wParam = 0;
+    std::intptr_t lParam = 0;
+};
