@@ -1,0 +1,47 @@
+#pragma once
+// Window subclassing with chains: any number of hooks on one window, each seeing the window's
+// messages before the window's own procedure. The newest hook sees a message first; a hook
+// that does nothing with a message passes it on with CSubclassWnd::WindowProc or Default().
+//
+// Works over the WindowProcedures port only, so it knows nothing of the windows it hooks.
+
+#include <cstddef>
+#include <cstdint>
+
+struct HostWindow;
+struct OldWindowProcedure;
+
+class CSubclassWnd {
+public:
+    CSubclassWnd() = default;
+    // A hook that is still on a living window takes itself out of the chain: a chain must never
+    // hold a deleted hook, or the window's next message would call into freed memory.
+    virtual ~CSubclassWnd();
+    CSubclassWnd(const CSubclassWnd&) = delete;
+    CSubclassWnd& operator=(const CSubclassWnd&) = delete;
+
+    // A window adds this hook in front of the window's chain (a window that doesn't exist adds
+    // nothing); null takes it out again. Always true.
+    bool HookWindow(HostWindow* window);
+    bool IsHooked() const { return m_pWndHooked != nullptr; }
+
+    // The first hook of a window's chain, or null when the window isn't hooked.
+    static CSubclassWnd* FirstHookOf(HostWindow* window);
+    // Windows that have at least one hook.
+    static std::size_t HookedWindowCount();
+
+    HostWindow* m_pWndHooked = nullptr;            // not owned
+    OldWindowProcedure* m_pOldWndProc = nullptr;   // the window's procedure before any hook
+    CSubclassWnd* m_pNext = nullptr;               // the next hook on the same window, not owned
+
+protected:
+    // Override to handle messages; the default passes the message on along the chain.
+    virtual std::intptr_t WindowProc(unsigned message, std::uintptr_t wParam, std::intptr_t lParam);
+    // Passes the message being handled on to the rest of the chain.
+    std::intptr_t Default();
+
+private:
+    static std::intptr_t HookWndProc(HostWindow* window, unsigned message, std::uintptr_t wParam,
+                                     std::intptr_t lParam);
+    void Unhook();
+};
