@@ -1,0 +1,38 @@
+#pragma once
+// Window procedures on real windows: a HostWindow* is the HWND.
+//
+// The core's procedure is not a WNDPROC, so the window gets one shared WNDPROC, which finds the
+// core's procedure in a property of the window and calls it. What Replace returns remembers the
+// WNDPROC it displaced and, when that was the shared one, the core procedure it ran, so that
+// procedures replaced twice still call each other in the right order.
+//
+// The records live as long as this object, or until Restore takes them back; a plug-in that
+// unloads destroys the object after its windows have been given back their procedures.
+
+#include <map>
+#include <memory>
+#include <vector>
+
+#include "ports/window_procedures.h"
+
+class Win32WindowProcedures : public WindowProcedures {
+public:
+    Win32WindowProcedures();
+    ~Win32WindowProcedures() override;
+    Win32WindowProcedures(const Win32WindowProcedures&) = delete;
+    Win32WindowProcedures& operator=(const Win32WindowProcedures&) = delete;
+
+    bool IsWindow(HostWindow* window) override;
+    OldWindowProcedure* Replace(HostWindow* window, WindowProcedure procedure) override;
+    void Restore(HostWindow* window, OldWindowProcedure* procedure) override;
+    std::intptr_t CallOld(OldWindowProcedure* procedure, HostWindow* window, unsigned message,
+                          std::uintptr_t wParam, std::intptr_t lParam) override;
+    std::intptr_t Send(HostWindow* window, unsigned message, std::uintptr_t wParam,
+                       std::intptr_t lParam) override;
+
+    // Records not yet given back through Restore (for tests: the count before and after).
+    std::size_t OutstandingRecords() const;
+
+private:
+    std::map<HostWindow*, std::vector<std::unique_ptr<OldWindowProcedure>>> m_records;
+};

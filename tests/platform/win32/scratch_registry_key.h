@@ -1,0 +1,39 @@
+#pragma once
+// A private key below HKEY_CURRENT_USER\Software for one test, deleted with everything below it
+// when the test ends.
+
+#include <windows.h>
+
+#include <random>
+#include <string>
+
+class ScratchRegistryKey {
+public:
+    ScratchRegistryKey() {
+        std::random_device random;
+        m_path = L"Software\\Tabrow Tests\\" + std::to_wstring(random()) + L"-" +
+                 std::to_wstring(::GetCurrentProcessId());
+    }
+    ~ScratchRegistryKey() {
+        ::RegDeleteTreeW(HKEY_CURRENT_USER, m_path.c_str());
+        ::RegDeleteKeyW(HKEY_CURRENT_USER, m_path.c_str());
+        // The shared parent goes when no other run is using it; a full one refuses quietly.
+        ::RegDeleteKeyW(HKEY_CURRENT_USER, L"Software\\Tabrow Tests");
+    }
+    ScratchRegistryKey(const ScratchRegistryKey&) = delete;
+    ScratchRegistryKey& operator=(const ScratchRegistryKey&) = delete;
+
+    // The key's path below HKEY_CURRENT_USER; the key itself is not created.
+    const std::wstring& Path() const { return m_path; }
+
+    bool Exists() const {
+        HKEY key = nullptr;
+        if (::RegOpenKeyExW(HKEY_CURRENT_USER, m_path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS)
+            return false;
+        ::RegCloseKey(key);
+        return true;
+    }
+
+private:
+    std::wstring m_path;
+};
