@@ -7,8 +7,10 @@
 // What a window's procedure was before Replace: the WNDPROC that GWLP_WNDPROC held and, when
 // that was the shared procedure, the core procedure it was running.
 struct OldWindowProcedure {
+    HostWindow* window = nullptr;
     WNDPROC wndproc = nullptr;
     WindowProcedure core = nullptr;
+    bool restored = false;
 };
 
 namespace {
@@ -54,6 +56,7 @@ OldWindowProcedure* Win32WindowProcedures::Replace(HostWindow* window, WindowPro
     if (procedure == nullptr || !IsWindow(window))
         return nullptr;
     auto record = std::make_unique<OldWindowProcedure>();
+    record->window = window;
     const auto current = reinterpret_cast<WNDPROC>(::GetWindowLongPtrW(hwnd, GWLP_WNDPROC));
     if (current == &SharedWindowProcedure)
         record->core = CoreProcedureOf(hwnd);
@@ -72,30 +75,25 @@ OldWindowProcedure* Win32WindowProcedures::Replace(HostWindow* window, WindowPro
     }
     record->wndproc = reinterpret_cast<WNDPROC>(previous);
     OldWindowProcedure* replaced = record.get();
-    m_records[window].push_back(std::move(record));
+    m_records.push_back(std::move(record));
     return replaced;
 }
 
 void Win32WindowProcedures::Restore(HostWindow* window, OldWindowProcedure* procedure) {
-    auto found = m_records.find(window);
-    if (procedure == nullptr || found == m_records.end())
+    const bool ours =
+        std::any_of(m_records.begin(), m_records.end(),
+                    [procedure](const auto& held) { return held.get() == procedure; });
+    if (!ours || procedure->window != window || procedure->restored)
         return;
-    auto& records = found->second;
-    auto record = std::find_if(records.begin(), records.end(),
-                               [procedure](const auto& held) { return held.get() == procedure; });
-    if (record == records.end())
+    procedure->restored = true;
+    if (!IsWindow(window))
         return;
     HWND hwnd = ToHwnd(window);
-    if (IsWindow(window)) {
-        ::SetWindowLongPtrW(hwnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure->wndproc));
-        if (procedure->core != nullptr)
-            ::SetPropW(hwnd, kCoreProcedureProperty, AsProperty(procedure->core));
-        else
-            ::RemovePropW(hwnd, kCoreProcedureProperty);
-    }
-    records.erase(record);
-    if (records.empty())
-        m_records.erase(found);
+    ::SetWindowLongPtrW(hwnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure->wndproc));
+    if (procedure->core != nullptr)
+        ::SetPropW(hwnd, kCoreProcedureProperty, AsProperty(procedure->core));
+    else
+        ::RemovePropW(hwnd, kCoreProcedureProperty);
 }
 
 std::intptr_t Win32WindowProcedures::CallOld(OldWindowProcedure* procedure, HostWindow* window,
@@ -113,9 +111,7 @@ std::intptr_t Win32WindowProcedures::Send(HostWindow* window, unsigned message,
     return ::SendMessageW(ToHwnd(window), message, wParam, lParam);
 }
 
-std::size_t Win32WindowProcedures::OutstandingRecords() const {
-    std::size_t count = 0;
-    for (const auto& [window, records] : m_records)
-        count += records.size();
-    return count;
+std::size_t Win32WindowProcedures::ActiveReplacements() const {
+    return static_cast<std::size_t>(std::count_if(
+        m_records.begin(), m_records.end(), [](const auto& held) { return !held->restored; }));
 }

@@ -6,10 +6,10 @@
 // WNDPROC it displaced and, when that was the shared one, the core procedure it ran, so that
 // procedures replaced twice still call each other in the right order.
 //
-// The records live as long as this object, or until Restore takes them back; a plug-in that
-// unloads destroys the object after its windows have been given back their procedures.
+// Those records stay callable after Restore, because a dying window's subclass gives its
+// procedure back and then calls it with the last message; so they live as long as this object,
+// which a plug-in destroys at unload, after its windows have been given back their procedures.
 
-#include <map>
 #include <memory>
 #include <vector>
 
@@ -30,9 +30,9 @@ public:
     std::intptr_t Send(HostWindow* window, unsigned message, std::uintptr_t wParam,
                        std::intptr_t lParam) override;
 
-    // Records not yet given back through Restore (for tests: the count before and after).
-    std::size_t OutstandingRecords() const;
+    // Replacements not yet undone through Restore.
+    std::size_t ActiveReplacements() const;
 
 private:
-    std::map<HostWindow*, std::vector<std::unique_ptr<OldWindowProcedure>>> m_records;
+    std::vector<std::unique_ptr<OldWindowProcedure>> m_records;
 };

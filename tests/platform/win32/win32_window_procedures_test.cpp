@@ -72,7 +72,7 @@ TEST_F(Win32WindowProceduresTest, AReplacedProcedureSeesMessagesAndCallsTheOldOn
     procedures.Restore(window.Host(), g_pOldOfFirst);
     EXPECT_EQ(Installed(), TestWindow::ClassProcedure()) << "the class's own procedure is back";
     EXPECT_EQ(::GetPropW(window.Hwnd(), L"Tabrow.WindowProcedure"), nullptr);
-    EXPECT_EQ(procedures.OutstandingRecords(), 0u);
+    EXPECT_EQ(procedures.ActiveReplacements(), 0u);
     EXPECT_EQ(procedures.Send(window.Host(), kPing, 0, 0), 0);
 }
 
@@ -89,7 +89,7 @@ TEST_F(Win32WindowProceduresTest, ProceduresReplacedTwiceChainAndComeOffInTurn) 
     EXPECT_EQ(TestWindow::Log(), (Log{"first", "class:0"}));
     procedures.Restore(window.Host(), g_pOldOfFirst);
     EXPECT_EQ(Installed(), TestWindow::ClassProcedure());
-    EXPECT_EQ(procedures.OutstandingRecords(), 0u);
+    EXPECT_EQ(procedures.ActiveReplacements(), 0u);
 }
 
 TEST_F(Win32WindowProceduresTest, AFailureInTheCoreStopsAtTheWindowsEdge) {
@@ -107,5 +107,13 @@ TEST_F(Win32WindowProceduresTest, ADeadWindowIsNotReplacedAndRestoringItIsHarmle
     EXPECT_EQ(procedures.Replace(dead, &SecondProcedure), nullptr);
     EXPECT_FALSE(procedures.IsWindow(nullptr));
     procedures.Restore(dead, g_pOldOfFirst);
-    EXPECT_EQ(procedures.OutstandingRecords(), 0u);
+    EXPECT_EQ(procedures.ActiveReplacements(), 0u);
+}
+
+TEST_F(Win32WindowProceduresTest, AProcedureGivenBackCanStillBeCalled) {
+    // A dying window's subclass restores the old procedure, then calls it with WM_NCDESTROY.
+    g_pOldOfFirst = procedures.Replace(window.Host(), &FirstProcedure);
+    procedures.Restore(window.Host(), g_pOldOfFirst);
+    EXPECT_EQ(procedures.CallOld(g_pOldOfFirst, window.Host(), kPing, 0, 0), 0);
+    EXPECT_EQ(TestWindow::Log(), Log{"class:0"});
 }
