@@ -30,6 +30,7 @@ SimHost::SimHost()
       m_automationPort(*this),
       m_messageBoxPort(*this),
       m_windowPort(m_windows),
+      m_proceduresPort(m_windows),
       m_databasePortSlot(m_databasePort),
       m_registryPort(m_registry) {
     m_variables = {{L"CMDNAMES", L""},
@@ -245,6 +246,7 @@ void SimHost::PumpMessage(const HostMessage& message) {
     auto watchers = m_watchers;  // a watcher may remove itself
     for (HostMessageWatcher watcher : watchers)
         watcher(message);
+    m_windows.Send(message.window, message.message, message.wParam, message.lParam);
 }
 
 // --- HostDocuments ---

@@ -75,7 +75,7 @@ public:
     // (reported on the command line).
     bool Type(const std::wstring& command);
     void Quit() { m_quitting = true; }
-    // One message of the main loop: every registered watcher sees it first.
+    // One message of the main loop: every registered watcher sees it first, then the window.
     void PumpMessage(const HostMessage& message);
 
     // --- what a test sets up ---
@@ -204,6 +204,7 @@ private:
     ScopedPort<HostAutomation> m_automationPort;
     ScopedPort<MessageBoxes> m_messageBoxPort;
     ScopedPort<WindowSystem> m_windowPort;
+    ScopedPort<WindowProcedures> m_proceduresPort;
     ScopedPort<HostDatabasePort> m_databasePortSlot;
     ScopedPort<KeyValueStore> m_registryPort;
 };

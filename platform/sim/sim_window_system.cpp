@@ -26,6 +26,7 @@ HostWindow* SimWindowSystem::Make(HostWindow* parent, const std::wstring& classN
     window->parent = parent;
     window->rect = rect;
     window->style = style;
+    window->procedure = &m_default;
     auto* handle = reinterpret_cast<HostWindow*>(window.get());
     m_windows[handle] = std::move(window);
     return handle;
@@ -83,6 +84,8 @@ void SimWindowSystem::Destroy(HostWindow* window) {
     }
     for (HostWindow* child : children)
         Destroy(child);
+    // The last message a window gets; it is still a window while it handles it.
+    Send(window, wm::kNcDestroy, 0, 0);
     m_windows.erase(window);
 }
 
@@ -110,12 +113,35 @@ void SimWindowSystem::Move(HostWindow* window, const win::RECT& rect, bool repai
     pos.y = rect.top;
     pos.cx = rect.Width();
     pos.cy = rect.Height();
-    // Newest hook first, as a chain of subclassed procedures.
-    auto hooks = w.hooks;
-    for (auto it = hooks.rbegin(); it != hooks.rend(); ++it)
-        (*it)->OnWindowPosChanging(window, pos);
+    // Whatever the window's procedure (and the hooks in front of it) made of the position is
+    // where the window goes.
+    Send(window, wm::kWindowPosChanging, 0, reinterpret_cast<std::intptr_t>(&pos));
+    if (!IsWindow(window))
+        return;
     w.rect = win::RECT{pos.x, pos.y, pos.x + pos.cx, pos.y + pos.cy};
     m_moves.push_back(MoveRecord{window, w.rect, repaint});
+    LayOutChildren(window);
+}
+
+void SimWindowSystem::LayOutChildren(HostWindow* window) {
+    if (window == m_frame) {
+        // Control bars first: the command line's container along the bottom, above the status
+        // bar, at its own height; then the MDI client in the room that is left.
+        const win::RECT& frame = Window(m_frame).rect;
+        if (IsWindow(m_cmdContainer) && (Style(m_cmdContainer) & ws::kVisible)) {
+            int height = Window(m_cmdContainer).rect.Height();
+            int bottom = frame.Height() - kStatusBarHeight;
+            Move(m_cmdContainer, win::RECT{0, bottom - height, frame.Width(), bottom}, true);
+        }
+        if (IsWindow(m_mdiClient))
+            Move(m_mdiClient, MdiClientRoom(m_frame), true);
+    } else if (window == m_cmdContainer && IsWindow(m_cmdWnd)) {
+        const win::RECT& container = Window(m_cmdContainer).rect;
+        Move(m_cmdWnd, win::RECT{0, 0, container.Width(), container.Height()}, true);
+    } else if (window == m_cmdWnd && IsWindow(m_cmdLine)) {
+        const win::RECT& cmdWnd = Window(m_cmdWnd).rect;
+        Move(m_cmdLine, win::RECT{0, 0, cmdWnd.Width(), cmdWnd.Height()}, true);
+    }
 }
 
 void SimWindowSystem::Redraw(HostWindow* window, unsigned) {
@@ -162,12 +188,60 @@ void SimWindowSystem::ModifyStyle(HostWindow* window, unsigned remove, unsigned 
     w.style = (w.style & ~remove) | add;
 }
 
-void SimWindowSystem::Hook(HostWindow* window, WindowHook* hook) {
-    Window(window).hooks.push_back(hook);
+OldWindowProcedure* SimWindowSystem::Replace(HostWindow* window, WindowProcedure procedure) {
+    if (!IsWindow(window))
+        return nullptr;
+    // One record per function, kept for the window system's life: what Replace handed out
+    // stays callable after it has been put back.
+    SimProcedure* record = nullptr;
+    for (auto& known : m_procedures) {
+        if (known->function == procedure)
+            record = known.get();
+    }
+    if (record == nullptr) {
+        m_procedures.push_back(std::make_unique<SimProcedure>(SimProcedure{procedure}));
+        record = m_procedures.back().get();
+    }
+    SimWindow& w = Window(window);
+    SimProcedure* old = w.procedure;
+    w.procedure = record;
+    return reinterpret_cast<OldWindowProcedure*>(old);
 }
 
-void SimWindowSystem::Unhook(HostWindow* window, WindowHook* hook) {
-    std::erase(Window(window).hooks, hook);
+void SimWindowSystem::Restore(HostWindow* window, OldWindowProcedure* procedure) {
+    if (IsWindow(window) && procedure != nullptr)
+        Window(window).procedure = reinterpret_cast<SimProcedure*>(procedure);
+}
+
+std::intptr_t SimWindowSystem::CallOld(OldWindowProcedure* procedure, HostWindow* window,
+                                       unsigned message, std::uintptr_t wParam,
+                                       std::intptr_t lParam) {
+    return Call(reinterpret_cast<SimProcedure*>(procedure), window, message, wParam, lParam);
+}
+
+std::intptr_t SimWindowSystem::Send(HostWindow* window, unsigned message, std::uintptr_t wParam,
+                                    std::intptr_t lParam) {
+    if (!IsWindow(window))
+        return 0;
+    return Call(Window(window).procedure, window, message, wParam, lParam);
+}
+
+std::intptr_t SimWindowSystem::Call(SimProcedure* procedure, HostWindow* window, unsigned message,
+                                    std::uintptr_t wParam, std::intptr_t lParam) {
+    if (procedure == nullptr || procedure->function == nullptr)
+        return DefaultProcedure(window, message, wParam, lParam);
+    return procedure->function(window, message, wParam, lParam);
+}
+
+std::intptr_t SimWindowSystem::DefaultProcedure(HostWindow* window, unsigned message,
+                                                std::uintptr_t wParam, std::intptr_t lParam) {
+    if (!IsWindow(window))
+        return 0;
+    if (WindowMessageHandler* handler = Window(window).handler)
+        return handler->OnMessage(window, message, wParam, lParam);
+    // What the window system does itself: a position change is accepted as it stands, and
+    // every other message is answered 0.
+    return 0;
 }
 
 void SimWindowSystem::SetParent(HostWindow* window, HostWindow* parent) {
@@ -230,8 +304,7 @@ void SimWindowSystem::Elapse(unsigned ms) {
         m_now = due;
         SimWindow& w = Window(next);
         w.timers[nextId].due = due + std::max(1u, w.timers[nextId].period);
-        if (w.handler != nullptr)
-            w.handler->OnMessage(next, wm::kTimer, nextId, 0);
+        Send(next, wm::kTimer, nextId, 0);
     }
     m_now = end;
 }

@@ -1,16 +1,24 @@
 #pragma once
 // The simulated window system: a tree of windows with class names, titles, rectangles in their
 // parents' coordinates, styles and a visible state, laid out like the host's main window (frame,
-// MDI client, command-line container, command window, the command-line control). Every move
-// passes through the window's hook chain first, newest hook first, as subclassed window
-// procedures see WM_WINDOWPOSCHANGING. Moves, redraws and shows are logged for tests.
-
+// MDI client, command-line container, command window, the command-line control). Every window
+// has a procedure that may be replaced (subclassing); messages go through it: a move sends
+// WM_WINDOWPOSCHANGING and takes the WINDOWPOS that comes back, a destruction sends
+// WM_NCDESTROY, timers send WM_TIMER. The frame, the container and the command window lay out
+// their host children when they move, through the same moves. Moves and redraws are logged.
 #include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "ports/window_procedures.h"
 #include "ports/window_system.h"
+
+// A window procedure as the simulated window system keeps it; `function` null is the window
+// system's own default procedure.
+struct SimProcedure {
+    WindowProcedure function = nullptr;
+};
 
 struct SimWindow {
     std::wstring className;
@@ -19,7 +27,7 @@ struct SimWindow {
     win::RECT rect;  // in the parent's coordinates
     unsigned style = ws::kChild | ws::kVisible;
     bool zoomed = false;
-    std::vector<WindowHook*> hooks;  // oldest first, not owned
+    SimProcedure* procedure = nullptr;  // owned by the window system
     int redraws = 0;
     int controlId = 0;
     WindowMessageHandler* handler = nullptr;  // not owned
@@ -30,7 +38,7 @@ struct SimWindow {
     std::map<unsigned, Timer> timers;
 };
 
-class SimWindowSystem : public WindowSystem {
+class SimWindowSystem : public WindowSystem, public WindowProcedures {
 public:
     SimWindowSystem();
 
@@ -50,8 +58,8 @@ public:
     };
     const std::vector<MoveRecord>& Moves() const { return m_moves; }
     std::vector<HostWindow*> ChildrenOf(HostWindow* parent, const std::wstring& className);
-    // Lets `ms` of time pass: each timer that falls due sends WM_TIMER to its window's handler,
-    // in the order they fall due.
+    // Lets `ms` of time pass: each timer that falls due sends WM_TIMER to its window, in the
+    // order they fall due.
     void Elapse(unsigned ms);
     long long Now() const { return m_now; }
 
@@ -82,8 +90,16 @@ public:
     void SetMessageHandler(HostWindow* window, WindowMessageHandler* handler) override;
     void SetTimer(HostWindow* window, unsigned id, unsigned ms) override;
     void KillTimer(HostWindow* window, unsigned id) override;
-    void Hook(HostWindow* window, WindowHook* hook) override;
-    void Unhook(HostWindow* window, WindowHook* hook) override;
+
+    // --- WindowProcedures ---
+    OldWindowProcedure* Replace(HostWindow* window, WindowProcedure procedure) override;
+    void Restore(HostWindow* window, OldWindowProcedure* procedure) override;
+    std::intptr_t CallOld(OldWindowProcedure* procedure, HostWindow* window, unsigned message,
+                          std::uintptr_t wParam, std::intptr_t lParam) override;
+    std::intptr_t Send(HostWindow* window, unsigned message, std::uintptr_t wParam,
+                       std::intptr_t lParam) override;
+    // Whether the window's procedure is still the one it was made with.
+    bool HasOwnProcedure(HostWindow* window) { return Window(window).procedure == &m_default; }
 
     static constexpr win::RECT kScreen{0, 0, 1920, 1080};
     // The frame's own bars: the toolbars above the MDI client, the status bar at the bottom.
@@ -94,7 +110,14 @@ public:
 private:
     HostWindow* Make(HostWindow* parent, const std::wstring& className, const win::RECT& rect,
                      unsigned style);
+    std::intptr_t Call(SimProcedure* procedure, HostWindow* window, unsigned message,
+                       std::uintptr_t wParam, std::intptr_t lParam);
+    std::intptr_t DefaultProcedure(HostWindow* window, unsigned message, std::uintptr_t wParam,
+                                   std::intptr_t lParam);
+    void LayOutChildren(HostWindow* window);
 
+    SimProcedure m_default;
+    std::vector<std::unique_ptr<SimProcedure>> m_procedures;  // every procedure ever installed
     std::map<HostWindow*, std::unique_ptr<SimWindow>> m_windows;
     std::vector<MoveRecord> m_moves;
     long long m_now = 0;

@@ -1,7 +1,8 @@
 #pragma once
 // Windows as the core sees them: opaque handles with a class name, a parent, a rectangle in
-// the parent's coordinates, a style and a visible state. Position changes pass through hooks
-// installed on a window, which may change the WINDOWPOS before the window takes it.
+// the parent's coordinates, a style and a visible state. A move sends WM_WINDOWPOSCHANGING to
+// the window's procedure (see window_procedures.h for hooking it), which may change the
+// WINDOWPOS before the window takes it.
 
 #include <cstdint>
 #include <string>
@@ -30,13 +31,6 @@ public:
     virtual ~WindowMessageHandler() = default;
     virtual std::intptr_t OnMessage(HostWindow* window, unsigned message, std::uintptr_t wParam,
                                     std::intptr_t lParam) = 0;
-};
-
-// A link of a window's procedure chain. The newest hook sees a message first.
-class WindowHook {
-public:
-    virtual ~WindowHook() = default;
-    virtual void OnWindowPosChanging(HostWindow* window, win::WINDOWPOS& pos) = 0;
 };
 
 class WindowSystem {
@@ -84,7 +78,4 @@ public:
     // setting an id that runs restarts it.
     virtual void SetTimer(HostWindow* window, unsigned id, unsigned ms) = 0;
     virtual void KillTimer(HostWindow* window, unsigned id) = 0;
-
-    virtual void Hook(HostWindow* window, WindowHook* hook) = 0;  // hook not owned
-    virtual void Unhook(HostWindow* window, WindowHook* hook) = 0;
 };

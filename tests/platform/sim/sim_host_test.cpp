@@ -189,37 +189,6 @@ TEST(SimRegistry, AReadOnlyStoreRefusesWritesAndKeepsWhatItHas) {
     EXPECT_EQ(reg::StringText(reg.QueryValue(RegHive::CurrentUser, L"K", L"")->data), L"x");
 }
 
-class ShiftRight : public WindowHook {
-public:
-    ShiftRight(int by, std::vector<int>& order) : m_by(by), m_order(order) {}
-    void OnWindowPosChanging(HostWindow*, win::WINDOWPOS& pos) override {
-        m_order.push_back(m_by);
-        pos.x += m_by;
-        pos.cx -= m_by;
-    }
-
-private:
-    int m_by;
-    std::vector<int>& m_order;
-};
-
-TEST(SimWindows, MovesPassThroughTheHookChainNewestFirst) {
-    SimWindowSystem windows;
-    std::vector<int> order;
-    ShiftRight first(10, order), second(5, order);
-    HostWindow* mdi = windows.MdiClient();
-    windows.Hook(mdi, &first);
-    windows.Hook(mdi, &second);
-    windows.Move(mdi, win::RECT{0, 60, 1000, 800}, true);
-    EXPECT_EQ(order, (std::vector<int>{5, 10}));
-    EXPECT_EQ(windows.RectInParent(mdi), (win::RECT{15, 60, 1000, 800}));
-
-    windows.Unhook(mdi, &second);
-    order.clear();
-    windows.Move(mdi, win::RECT{0, 60, 1000, 800}, true);
-    EXPECT_EQ(order, (std::vector<int>{10}));
-}
-
 TEST(SimWindows, TheHostWindowsNestAndVisibilityFollowsParents) {
     SimWindowSystem windows;
     HostWindow* frame = windows.HostFrame();

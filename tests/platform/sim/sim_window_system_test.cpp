@@ -1,0 +1,111 @@
+// The simulated window system's messages and the frame's layout of its children.
+
+#include "platform/sim/sim_window_system.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "platform/sim/sim_host.h"
+#include "ports/window_messages.h"
+
+namespace {
+
+std::vector<std::string> g_log;
+SimWindowSystem* g_windows = nullptr;
+OldWindowProcedure* g_old = nullptr;
+
+// A replacement procedure: keeps a window 40 pixels lower than asked and logs what it sees
+// before passing everything to the procedure it replaced.
+std::intptr_t LowerBy40(HostWindow* window, unsigned message, std::uintptr_t wParam,
+                        std::intptr_t lParam) {
+    g_log.push_back("proc " + std::to_string(message));
+    if (message == wm::kWindowPosChanging) {
+        auto* pos = reinterpret_cast<win::WINDOWPOS*>(lParam);
+        pos->y += 40;
+        pos->cy -= 40;
+    }
+    return g_windows->CallOld(g_old, window, message, wParam, lParam);
+}
+
+class Recorder : public WindowMessageHandler {
+public:
+    std::intptr_t OnMessage(HostWindow* window, unsigned message, std::uintptr_t wParam,
+                            std::intptr_t) override {
+        g_log.push_back("own " + std::to_string(message) + " " + std::to_string(wParam) +
+                        (g_windows->IsWindow(window) ? "" : " dead"));
+        return 0;
+    }
+};
+
+class SimWindowMessages : public ::testing::Test {
+protected:
+    SimWindowMessages() {
+        g_log.clear();
+        g_windows = &windows;
+    }
+    ~SimWindowMessages() override { g_windows = nullptr; }
+    win::RECT Rect(HostWindow* window) { return windows.RectInParent(window); }
+
+    SimWindowSystem windows;
+};
+
+TEST_F(SimWindowMessages, TheFrameLaysOutItsChildrenThroughTheirProcedures) {
+    windows.Move(windows.HostFrame(), win::RECT{0, 0, 1000, 700}, true);
+    EXPECT_EQ(Rect(windows.CommandContainer()), (win::RECT{0, 540, 1000, 680}));
+    EXPECT_EQ(Rect(windows.CommandWindow()), (win::RECT{0, 0, 1000, 140}));
+    EXPECT_EQ(Rect(windows.DockedCommandLine()), (win::RECT{0, 0, 1000, 140}));
+    EXPECT_EQ(Rect(windows.MdiClient()), (win::RECT{0, 60, 1000, 540}));
+
+    // What a procedure makes of a child's position is what the next level lays out in.
+    g_old = windows.Replace(windows.CommandContainer(), &LowerBy40);
+    windows.Move(windows.HostFrame(), win::RECT{0, 0, 1200, 800}, true);
+    EXPECT_EQ(Rect(windows.CommandContainer()), (win::RECT{0, 680, 1200, 780}));
+    EXPECT_EQ(Rect(windows.DockedCommandLine()), (win::RECT{0, 0, 1200, 100}));
+    EXPECT_EQ(g_log, (std::vector<std::string>{"proc 70"}));
+
+    windows.Restore(windows.CommandContainer(), g_old);
+    EXPECT_TRUE(windows.HasOwnProcedure(windows.CommandContainer()));
+    windows.Show(windows.CommandContainer(), false);
+    windows.Move(windows.HostFrame(), win::RECT{0, 0, 1200, 800}, true);
+    EXPECT_EQ(Rect(windows.MdiClient()), (win::RECT{0, 60, 1200, 780}));  // down to the status bar
+}
+
+TEST_F(SimWindowMessages, TimersAndTheLastMessageGoThroughTheWindowsProcedure) {
+    Recorder own;
+    HostWindow* window =
+        windows.CreateChild(windows.HostFrame(), L"Test", win::RECT{0, 0, 10, 10}, ws::kChild);
+    HostWindow* child = windows.CreateChild(window, L"Child", win::RECT{}, ws::kChild);
+    windows.SetMessageHandler(window, &own);
+    windows.SetMessageHandler(child, &own);
+    g_old = windows.Replace(window, &LowerBy40);
+
+    windows.SetTimer(window, 5, 100);
+    windows.Elapse(100);
+    windows.KillTimer(window, 5);
+    windows.Destroy(window);
+    EXPECT_EQ(g_log, (std::vector<std::string>{"proc 275", "own 275 5", "own 130 0", "proc 130",
+                                               "own 130 0"}));
+    EXPECT_FALSE(windows.IsWindow(child));
+}
+
+void CountWatched(const HostMessage& message) {
+    g_log.push_back("watcher " + std::to_string(message.message));
+}
+
+TEST(SimHostMessages, AMessageOfTheMainLoopReachesTheWatchersFirstThenItsWindow) {
+    g_log.clear();
+    SimHost host;
+    g_windows = &host.Windows();
+    Recorder own;
+    HostWindow* view = host.Windows().CreateChild(host.Windows().MdiClient(), L"View",
+                                                  win::RECT{}, ws::kChild);
+    host.Windows().SetMessageHandler(view, &own);
+    host.RegisterMessageWatcher(CountWatched);
+    host.PumpMessage(HostMessage{view, wm::kMouseWheel, 3, 0});
+    EXPECT_EQ(g_log, (std::vector<std::string>{"watcher 522", "own 522 3"}));
+    g_windows = nullptr;
+}
+
+}  // namespace
