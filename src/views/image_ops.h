@@ -16,9 +16,15 @@
 #include "ports/canvas.h"
 #include "views/dib.h"
 
+// The window system's own names, so that its headers and this one can meet in an adapter: there
+// DWORD is an unsigned long of 32 bits, which std::uint32_t is not.
 using BYTE = std::uint8_t;
 using UINT = unsigned int;
+#ifdef _WIN32
+using DWORD = unsigned long;
+#else
 using DWORD = std::uint32_t;
+#endif
 
 // The pixels of `bitmap` into `rgb`, which holds width * height * 3 bytes.
 int IS40_HBITMAPToRGB(Canvas* bitmap, BYTE* rgb);
