@@ -19,7 +19,7 @@ const std::wstring kRoot = L"Software\\Harvane\\Tabrow\\2.0 - R17";
 class RegFileStoreTest : public ::testing::Test {
 protected:
     std::wstring StorePath() const { return RegFileStore::DefaultPath(); }
-    fs::path StoreFile() const { return fs::path(ToUtf8(StorePath())); }
+    fs::path StoreFile() const { return DiskPath(StorePath()); }
     std::string StoredBytes() const { return ReadBytes(StoreFile()); }
     void PutFile(const std::string& bytes) const {
         fs::create_directories(StoreFile().parent_path());
@@ -37,7 +37,8 @@ protected:
 }  // namespace
 
 TEST_F(RegFileStoreTest, LivesInTheUsersConfigurationFolderAndSurvivesARestart) {
-    EXPECT_EQ(StorePath(), scratch.Folder() + L"config/Harvane/Tabrow/settings.reg");
+    EXPECT_EQ(NativePath(StorePath()),
+              NativePath(scratch.Folder() + L"config/Harvane/Tabrow/settings.reg"));
     EXPECT_FALSE(fs::exists(StoreFile()));
     EXPECT_EQ(reg.GetInt(L"", L"On", 1), 1);
     ASSERT_TRUE(fs::exists(StoreFile())) << "reading a section leaves its key behind";

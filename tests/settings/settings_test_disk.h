@@ -4,11 +4,11 @@
 
 #include <string>
 
-#include "platform/posix/posix_file_system.h"
 #include "ports/port.h"
+#include "support/disk_file_system.h"
 #include "support/test_files.h"
 
-class SettingsTestDisk : public PosixFileSystem {
+class SettingsTestDisk : public DiskFileSystem {
 public:
     explicit SettingsTestDisk(const ScratchFolder& scratch) : m_root(scratch.Folder()) {}
 

@@ -40,7 +40,7 @@ protected:
         system.appDataFolder = scratch.Folder() + L"appdata/";
     }
     void PutFile(const std::wstring& name) {
-        fs::path path = fs::path(ToUtf8(scratch.Folder() + name));
+        fs::path path = DiskPath(scratch.Folder() + name);
         fs::create_directories(path.parent_path());
         std::ofstream(path) << "x";
     }
@@ -236,7 +236,7 @@ TEST_F(TabrowSettingsTest, TheWorkSetFileIsSearchedOnceAndStored) {
     EXPECT_EQ(Loaded().m_strWorksetsPath, scratch.Folder() + L"program/Company.worksets");
 
     disk.m_userName.clear();
-    fs::remove(ToUtf8(scratch.Folder() + L"program/Company.worksets"));
+    fs::remove(DiskPath(scratch.Folder() + L"program/Company.worksets"));
     EXPECT_EQ(DefaultWorkSetFile(system), scratch.Folder() + L"program/Company.worksets")
         << "without a user name the shared file is named even though it is missing";
 }
@@ -265,7 +265,7 @@ TEST_F(TabrowSettingsTest, TheSheetSetFolderFallsBackToTheHostsWizard) {
 TEST_F(TabrowSettingsTest, AStoreThatCannotBeWrittenStillLoadsAndSaysSaveFailed) {
     ASSERT_TRUE(reg.SetInt(L"", keys::kTipWidth, 512));
     TabrowSettings s = Loaded();
-    fs::path file = fs::path(ToUtf8(RegFileStore::DefaultPath()));
+    fs::path file = DiskPath(RegFileStore::DefaultPath());
     const std::string before = ReadBytes(file);
     fs::permissions(file, fs::perms::owner_write | fs::perms::group_write,
                     fs::perm_options::remove);
