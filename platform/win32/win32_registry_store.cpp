@@ -121,9 +121,19 @@ std::optional<RegValue> Win32RegistryStore::QueryValue(RegHive hive, const std::
 bool Win32RegistryStore::SetValue(RegHive hive, const std::wstring& path, const std::wstring& name,
                                   const RegValue& value) {
     RegistryKeyHandle key = Open(hive, path);
-    return key && ::RegSetValueExW(key.Get(), name.c_str(), 0, value.type,
-                                   value.data.empty() ? nullptr : value.data.data(),
-                                   static_cast<DWORD>(value.data.size())) == ERROR_SUCCESS;
+    if (!key)
+        return false;
+    // For a string the registry looks at the character behind the data and, when that is a
+    // terminator, stores it too. So the bytes go with a character behind them that is none:
+    // what is stored is exactly what was given, and nothing past the buffer is read.
+    std::vector<std::uint8_t> bytes = value.data;
+    const bool text =
+        value.type == REG_SZ || value.type == REG_EXPAND_SZ || value.type == REG_MULTI_SZ;
+    if (text)
+        bytes.insert(bytes.end(), 3, 0xFF);
+    return ::RegSetValueExW(key.Get(), name.c_str(), 0, value.type,
+                            bytes.empty() ? nullptr : bytes.data(),
+                            static_cast<DWORD>(value.data.size())) == ERROR_SUCCESS;
 }
 
 bool Win32RegistryStore::DeleteValue(RegHive hive, const std::wstring& path,
