@@ -11,8 +11,10 @@
 // with a monochrome bitmap.
 //
 // Where GDI differs from the port's pixel rules: AlphaBlend divides by 255 and rounds, so a
-// tinted sample may be up to 2 above the rule's (the software blend is exact); text is the
-// system's rasteriser's.
+// tinted sample may be up to 2 above the rule's (the software blend is exact); a reduction
+// colour on colour keeps the pixel in the middle of each span under Wine, where the rule keeps
+// the first; 5 and 6-bit samples are widened by repeating their high bits, so they may differ
+// by 1 from the decoder's; text is the system's rasteriser's.
 
 #include <windows.h>
 
