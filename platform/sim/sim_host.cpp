@@ -19,6 +19,9 @@ std::wstring Upper(std::wstring text) {
     return text;
 }
 
+// What a save's file dialog does when the user cancels it: the command is cancelled.
+struct CommandCancelled {};
+
 // Ids of different databases never meet: each database gets its own range.
 constexpr DbObjectId kIdsPerDatabase = 1u << 24;
 
@@ -28,6 +31,8 @@ SimHost::SimHost()
     : m_servicesPort(*this),
       m_documentsPort(*this),
       m_automationPort(*this),
+      m_reactorsPort(*this),
+      m_tabControlsPort(m_tabControls),
       m_messageBoxPort(*this),
       m_windowPort(m_windows),
       m_proceduresPort(m_windows),
@@ -48,9 +53,18 @@ HostDocument* SimHost::AddDocument(std::unique_ptr<SimDocument> doc) {
     doc->database = std::make_unique<SimDatabase>(m_nextDatabaseBase);
     m_nextDatabaseBase += kIdsPerDatabase;
     m_databasePort.Register(doc->database.get());
+    win::RECT client = m_windows.RectInParent(m_windows.MdiClient());
+    doc->view = m_windows.CreateChild(m_windows.MdiClient(), L"AfxFrameOrView",
+                                      win::RECT{0, 0, client.Width(), client.Height()},
+                                      ws::kChild | ws::kVisible);
     auto* handle = reinterpret_cast<HostDocument*>(doc.get());
+    const bool opened = doc->everSaved;
+    const std::wstring path = doc->pathName;
     m_documents.push_back(std::move(doc));
-    Notify([&](SimHostListener& l) { l.DocumentCreated(handle); });
+    // The file is read before the document exists, as the host opens a drawing.
+    if (opened)
+        FireEditor([&](EditorReactor& r) { r.endDwgOpen(path); });
+    FireDocs([&](DocManagerReactor& r) { r.documentCreated(handle); });
     Activate(handle);
     return handle;
 }
@@ -77,7 +91,7 @@ void SimHost::Activate(HostDocument* doc) {
         return;
     m_active = doc;
     m_databasePort.SetWorkingDatabase(d.database.get());
-    Notify([&](SimHostListener& l) { l.DocumentActivated(doc); });
+    FireDocs([&](DocManagerReactor& r) { r.documentActivated(doc); });
 }
 
 void SimHost::Modify(HostDocument* doc) {
@@ -92,65 +106,160 @@ SimDocument& SimHost::Document(HostDocument* doc) {
     throw std::logic_error("no such document");
 }
 
-void SimHost::SaveDocument(HostDocument* doc) {
+void SimHost::SaveDocument(HostDocument* doc, const std::wstring& command) {
     SimDocument& d = Document(doc);
-    if (d.readOnly) {
+    std::wstring path = d.pathName;
+    // A drawing that was never saved, and every SAVEAS, asks for a name first.
+    if (command == L"SAVEAS" || !d.everSaved) {
+        if (m_fileNames.empty())
+            throw CommandCancelled();
+        path = m_fileNames.front();
+        m_fileNames.pop_front();
+    }
+    if (d.readOnly && path == d.pathName) {
         Print(L"\nDrawing is read-only; it cannot be saved under its own name.\n");
         return;
     }
+    d.pathName = path;
+    d.title = TitleOf(path);
+    d.readOnly = false;
     d.dbmod = 0;
     d.everSaved = true;
-    Notify([&](SimHostListener& l) { l.SaveComplete(d.database->Handle(), d.pathName); });
+    FireEditor([&](EditorReactor& r) { r.saveComplete(d.database->Handle(), path); });
 }
 
 void SimHost::CloseDocument(HostDocument* doc) {
-    Notify([&](SimHostListener& l) { l.DocumentToBeDestroyed(doc); });
+    FireDocs([&](DocManagerReactor& r) { r.documentToBeDestroyed(doc); });
     auto it = std::find_if(m_documents.begin(), m_documents.end(), [doc](const auto& d) {
         return reinterpret_cast<HostDocument*>(d.get()) == doc;
     });
+    const std::wstring fileName = (*it)->pathName;
+    m_windows.Destroy((*it)->view);
     m_databasePort.Unregister((*it)->database.get());
     m_documents.erase(it);
-    if (m_active == doc) {
+    const bool wasActive = m_active == doc;
+    if (wasActive) {
         m_active = nullptr;
         m_databasePort.SetWorkingDatabase(nullptr);
-        if (!m_documents.empty())
-            Activate(reinterpret_cast<HostDocument*>(m_documents.back().get()));
     }
+    FireDocs([&](DocManagerReactor& r) { r.documentDestroyed(fileName); });
+    if (wasActive && !m_documents.empty())
+        Activate(reinterpret_cast<HostDocument*>(m_documents.back().get()));
+}
+
+std::wstring SimHost::GlobalName(const std::wstring& typed) {
+    std::wstring name = Upper(typed);
+    std::size_t prefix = name.find_first_not_of(L"_.");
+    return prefix == std::wstring::npos ? std::wstring() : name.substr(prefix);
 }
 
 bool SimHost::Type(const std::wstring& command) {
-    std::wstring name = Upper(command);
+    if (!m_runningCommand.empty())
+        throw std::logic_error("a command is still running: cancel or end it first");
+    const std::wstring name = GlobalName(command);
     auto registered = std::find_if(m_commands.begin(), m_commands.end(), [&](const auto& c) {
         return EqualNoCase(c.globalName, name) || EqualNoCase(c.localName, name);
     });
-    bool builtIn = name == L"SAVE" || name == L"QSAVE" || name == L"CLOSE" ||
-                   (name == L"APPLOAD" && m_appLoader);
+    static const std::wstring kSaves[] = {L"SAVE", L"QSAVE", L"SAVEAS"};
+    static const std::wstring kInert[] = {L"OPTIONS", L"CONFIG", L"PREFERENCES", L"LINE", L"REGEN"};
+    const bool save = std::find(std::begin(kSaves), std::end(kSaves), name) != std::end(kSaves);
+    const bool inert = std::find(std::begin(kInert), std::end(kInert), name) != std::end(kInert);
+    const bool builtIn = save || inert || name == L"CLOSE" || (name == L"APPLOAD" && m_appLoader);
     if (registered == m_commands.end() && !builtIn) {
         Print(L"Unknown command \"" + name + L"\".  Press F1 for help.\n");
         return false;
     }
     HostDocument* doc = m_active;
-    m_variables[L"CMDNAMES"] = name;
-    Notify([&](SimHostListener& l) { l.CommandWillStart(name); });
-    if (registered != m_commands.end()) {
-        HostCommandFunction function = registered->function;  // the command may unregister
-        function();
-    } else if (name == L"APPLOAD") {
-        auto loader = m_appLoader;
-        loader();
-    } else if (doc != nullptr && name != L"CLOSE") {
-        SaveDocument(doc);
+    StartCommand(name);
+    bool cancelled = false;
+    try {
+        if (registered != m_commands.end()) {
+            HostCommandFunction function = registered->function;  // the command may unregister
+            function();
+        } else if (name == L"APPLOAD") {
+            auto loader = m_appLoader;
+            loader();
+        } else if (save && doc != nullptr) {
+            SaveDocument(doc, name);
+        }
+    } catch (const CommandCancelled&) {
+        cancelled = true;
     }
-    Notify([&](SimHostListener& l) { l.CommandEnded(name); });
-    m_variables[L"CMDNAMES"] = L"";
+    FinishCommand(cancelled);
     // CLOSE ends its command before the document goes, as the host does.
-    if (builtIn && name == L"CLOSE" && doc != nullptr)
+    if (name == L"CLOSE" && registered == m_commands.end() && doc != nullptr)
         CloseDocument(doc);
     return true;
 }
 
-void SimHost::RemoveListener(SimHostListener* listener) {
-    std::erase(m_listeners, listener);
+void SimHost::StartCommand(const std::wstring& command) {
+    m_runningCommand = GlobalName(command);
+    m_variables[L"CMDNAMES"] = m_runningCommand;
+    const std::wstring name = m_runningCommand;
+    FireEditor([&](EditorReactor& r) { r.commandWillStart(name); });
+}
+
+void SimHost::FinishCommand(bool cancelled) {
+    const std::wstring name = m_runningCommand;
+    if (name.empty())
+        throw std::logic_error("no command is running");
+    if (cancelled)
+        FireEditor([&](EditorReactor& r) { r.commandCancelled(name); });
+    else
+        FireEditor([&](EditorReactor& r) { r.commandEnded(name); });
+    m_variables[L"CMDNAMES"] = L"";
+    m_runningCommand.clear();
+}
+
+void SimHost::CancelCommand() {
+    FinishCommand(true);
+}
+
+void SimHost::EndCommand() {
+    FinishCommand(false);
+}
+
+void SimHost::RunLisp(const std::wstring& expression, const std::vector<std::wstring>& commands,
+                      bool cancelled) {
+    FireEditor([&](EditorReactor& r) { r.lispWillStart(expression); });
+    for (const std::wstring& command : commands)
+        Type(command);
+    if (cancelled)
+        FireEditor([](EditorReactor& r) { r.lispCancelled(); });
+    else
+        FireEditor([](EditorReactor& r) { r.lispEnded(); });
+}
+
+void SimHost::Autosave(HostDocument* doc) {
+    SimDocument& d = Document(doc);
+    const std::wstring name = L"C:\\Temp\\" + d.title + L"_1_1_0001.sv$";
+    FireEditor([&](EditorReactor& r) { r.saveComplete(d.database->Handle(), name); });
+}
+
+void SimHost::Report(const char* what) {
+    m_reactorFailures.emplace_back(what);
+}
+
+// --- HostReactors ---
+
+void SimHost::AddEditorReactor(EditorReactor* reactor) {
+    m_editorReactors.push_back(reactor);
+}
+
+void SimHost::RemoveEditorReactor(EditorReactor* reactor) {
+    std::erase(m_editorReactors, reactor);
+}
+
+void SimHost::AddDocManagerReactor(DocManagerReactor* reactor) {
+    m_docReactors.push_back(reactor);
+}
+
+void SimHost::RemoveDocManagerReactor(DocManagerReactor* reactor) {
+    std::erase(m_docReactors, reactor);
+}
+
+HostWindow* SimHost::ActiveDwgView() {
+    return m_active != nullptr ? Document(m_active).view : nullptr;
 }
 
 void SimHost::FailAutomation(HRESULT code, const std::wstring& description) {

@@ -18,26 +18,16 @@
 #include "platform/sim/sim_database.h"
 #include "platform/sim/sim_database_port.h"
 #include "platform/sim/sim_registry.h"
+#include "platform/sim/sim_tab_control.h"
 #include "platform/sim/sim_window_system.h"
 #include "ports/com_error.h"
 #include "ports/host_automation.h"
 #include "ports/host_documents.h"
+#include "ports/host_reactors.h"
 #include "ports/host_services.h"
 #include "ports/message_box.h"
-#include "ports/window_messages.h"
 #include "ports/port.h"
-
-// What the host tells its document and editor reactors, in the host's order.
-class SimHostListener {
-public:
-    virtual ~SimHostListener() = default;
-    virtual void DocumentCreated(HostDocument*) {}
-    virtual void DocumentActivated(HostDocument*) {}
-    virtual void DocumentToBeDestroyed(HostDocument*) {}
-    virtual void CommandWillStart(const std::wstring&) {}
-    virtual void CommandEnded(const std::wstring&) {}
-    virtual void SaveComplete(HostDatabase*, const std::wstring&) {}
-};
+#include "ports/window_messages.h"
 
 struct SimDocument {
     std::wstring pathName;  // full path; a new drawing's is its bare name
@@ -46,6 +36,7 @@ struct SimDocument {
     bool everSaved = false;
     int dbmod = 0;
     std::unique_ptr<SimDatabase> database;
+    HostWindow* view = nullptr;  // the drawing's view window in the MDI client
 };
 
 struct SimMessageBox {
@@ -57,6 +48,7 @@ struct SimMessageBox {
 class SimHost : public HostServices,
                 public HostDocuments,
                 public HostAutomation,
+                public HostReactors,
                 public MessageBoxes {
 public:
     SimHost();
@@ -70,10 +62,27 @@ public:
     void Activate(HostDocument* doc);
     void Modify(HostDocument* doc);  // an edit: DBMOD gets its first bit
     // Types a command at the command line of the active document. Registered commands run
-    // between commandWillStart and commandEnded with CMDNAMES set; SAVE, QSAVE and CLOSE are
-    // the host's own, and APPLOAD runs the loader a test set. Returns false for an unknown name
-    // (reported on the command line).
+    // between commandWillStart and commandEnded with CMDNAMES set. The host's own: SAVE, QSAVE
+    // and SAVEAS (a drawing never saved, and every SAVEAS, takes its name from the file dialog:
+    // QueueFileName; an empty queue is the user cancelling the dialog, and the command with
+    // it), CLOSE, APPLOAD (runs the loader a test set), and OPTIONS, CONFIG, PREFERENCES, LINE
+    // and REGEN, which change nothing here. A leading "_" or "." is dropped from the name as
+    // the host does. Returns false for an unknown name (reported on the command line).
     bool Type(const std::wstring& command);
+    // The user starts a command and stays in it (at a prompt): the document is not quiescent
+    // until CancelCommand (Escape: commandCancelled) or EndCommand (commandEnded).
+    void StartCommand(const std::wstring& command);
+    void CancelCommand();
+    void EndCommand();
+    // A LISP expression that runs `commands` inside, between lispWillStart and lispEnded, or
+    // lispCancelled when `cancelled` (an error or Escape after the commands).
+    void RunLisp(const std::wstring& expression, const std::vector<std::wstring>& commands,
+                 bool cancelled = false);
+    // The background save of the timer: saveComplete with the autosave file's name, announced
+    // by no command; DBMOD stays as it is.
+    void Autosave(HostDocument* doc);
+    // What the next file dialog of a save is answered with.
+    void QueueFileName(const std::wstring& path) { m_fileNames.push_back(path); }
     void Quit() { m_quitting = true; }
     // One message of the main loop: every registered watcher sees it first, then the window.
     void PumpMessage(const HostMessage& message);
@@ -92,13 +101,15 @@ public:
     void SetCurrentColors(const HostDrawingColors& colors) { m_colors = colors; }
     // The database's object offers no automation document (E_NOINTERFACE from the query).
     void SetDocumentsHaveNoInterface(bool none) { m_documentsHaveNoInterface = none; }
-    void AddListener(SimHostListener* listener) { m_listeners.push_back(listener); }
-    void RemoveListener(SimHostListener* listener);
+    // The host without an editor object or a document manager: reactors cannot attach.
+    void SetHasEditor(bool has) { m_hasEditor = has; }
+    void SetHasDocManager(bool has) { m_hasDocManager = has; }
 
     // --- what a test looks at ---
     SimWindowSystem& Windows() { return m_windows; }
     SimDatabasePort& DatabasePort() { return m_databasePort; }
     SimRegistry& Registry() { return m_registry; }
+    SimTabControl& TabControl() { return m_tabControls; }
     SimDocument& Document(HostDocument* doc);
     SimDatabase& DatabaseOf(HostDocument* doc) { return *Document(doc).database; }
     const std::vector<std::wstring>& CommandLine() const { return m_lines; }
@@ -111,6 +122,9 @@ public:
     int AutomationReferences() const { return m_automationRefs; }
     int PromptsPosted() const { return m_promptsPosted; }
     const std::vector<HostMessageWatcher>& MessageWatchers() const { return m_watchers; }
+    std::size_t ReactorCount() const { return m_editorReactors.size() + m_docReactors.size(); }
+    // What escaped a reactor's callback: the host's dispatch catches it and goes on.
+    const std::vector<std::string>& ReactorFailures() const { return m_reactorFailures; }
 
     // --- HostServices ---
     bool IsInBackgroundMode() override { return m_backgroundMode; }
@@ -126,6 +140,7 @@ public:
     void RemoveGroup(const std::wstring& group) override;
     void PostCommandPrompt() override { ++m_promptsPosted; }
     HostDrawingColors CurrentColors() override { return m_colors; }
+    HostWindow* ActiveDwgView() override;
     void RegisterMessageWatcher(HostMessageWatcher watcher) override;
     void RemoveMessageWatcher(HostMessageWatcher watcher) override;
     void RegisterAppMdiAware(HostAppPacket* pkt) override { m_mdiAware.push_back(pkt); }
@@ -155,24 +170,54 @@ public:
     void Release(HostAutoDocument* doc) override;
     int GetIntVariable(HostAutoDocument* doc, const std::wstring& name) override;
 
+    // --- HostReactors: fired in the order they were added ---
+    bool HasEditor() override { return m_hasEditor; }
+    bool HasDocManager() override { return m_hasDocManager; }
+    void AddEditorReactor(EditorReactor* reactor) override;
+    void RemoveEditorReactor(EditorReactor* reactor) override;
+    void AddDocManagerReactor(DocManagerReactor* reactor) override;
+    void RemoveDocManagerReactor(DocManagerReactor* reactor) override;
+
     // --- MessageBoxes: answered from the queue, kIdOk when it is empty ---
     int Show(const std::wstring& text, const std::wstring& caption, unsigned flags) override;
 
 private:
     HostDocument* AddDocument(std::unique_ptr<SimDocument> doc);
     void CloseDocument(HostDocument* doc);
-    void SaveDocument(HostDocument* doc);
     void CheckAutomation() const;
+    void SaveDocument(HostDocument* doc, const std::wstring& command);
+    void RunCommand(const std::wstring& name, const std::function<void()>& body);
+    void FinishCommand(bool cancelled);
+    static std::wstring GlobalName(const std::wstring& typed);
+    void Report(const char* what);
+    // Each reactor in the order added; a reactor may remove itself, and what it throws ends at
+    // the dispatch.
+    template <class Reactor, class Fire>
+    void FireAll(const std::vector<Reactor*>& list, Fire fire) {
+        auto reactors = list;
+        for (Reactor* r : reactors) {
+            try {
+                fire(*r);
+            } catch (const std::exception& e) {
+                Report(e.what());
+            } catch (...) {
+                Report("unknown exception");
+            }
+        }
+    }
     template <class Fire>
-    void Notify(Fire fire) {
-        auto listeners = m_listeners;  // a listener may remove itself
-        for (SimHostListener* l : listeners)
-            fire(*l);
+    void FireEditor(Fire fire) {
+        FireAll(m_editorReactors, fire);
+    }
+    template <class Fire>
+    void FireDocs(Fire fire) {
+        FireAll(m_docReactors, fire);
     }
 
     SimWindowSystem m_windows;
     SimDatabasePort m_databasePort;
     SimRegistry m_registry;
+    SimTabControl m_tabControls{m_windows};
     std::vector<std::unique_ptr<SimDocument>> m_documents;
     HostDocument* m_active = nullptr;
     int m_newDrawings = 0;
@@ -183,7 +228,14 @@ private:
     std::vector<HostCommandRegistration> m_commands;
     std::vector<HostAppPacket*> m_mdiAware;
     std::vector<HostAppPacket*> m_unlocked;
-    std::vector<SimHostListener*> m_listeners;
+    std::vector<EditorReactor*> m_editorReactors;
+    std::vector<DocManagerReactor*> m_docReactors;
+    std::vector<std::string> m_reactorFailures;
+    bool m_hasEditor = true;
+    bool m_hasDocManager = true;
+    std::deque<std::wstring> m_fileNames;
+    std::wstring m_runningCommand;  // a command started and not yet over
+    HostDocument* m_commandDocument = nullptr;
     std::function<void()> m_appLoader;
     std::deque<int> m_answers;
     std::vector<SimMessageBox> m_boxes;
@@ -202,6 +254,8 @@ private:
     ScopedPort<HostServices> m_servicesPort;
     ScopedPort<HostDocuments> m_documentsPort;
     ScopedPort<HostAutomation> m_automationPort;
+    ScopedPort<HostReactors> m_reactorsPort;
+    ScopedPort<TabControls> m_tabControlsPort;
     ScopedPort<MessageBoxes> m_messageBoxPort;
     ScopedPort<WindowSystem> m_windowPort;
     ScopedPort<WindowProcedures> m_proceduresPort;

@@ -44,7 +44,12 @@ bool HvTabrow::Create() {
         m_hWnd = windows.CreateChild(g_hwndFrame, L"HvTabrow",
                                      win::RECT{0, 0, frame.Width(), kDockedThickness}, style);
     }
-    return m_hWnd != nullptr;
+    if (m_hWnd == nullptr || !CreateViews())
+        return false;
+    m_bCreated = 1;
+    SetTabMode(m_bTabMode >= 1, false);
+    BuildDocumentList();
+    return true;
 }
 
 void HvTabrow::ShowBar() {
@@ -74,8 +79,4 @@ bool HvTabrow::IsBarVisible() const {
 void HvTabrow::CenterFloating() {
     if (m_hFloatWnd != nullptr)
         Use<WindowSystem>().CenterInScreen(m_hFloatWnd);
-}
-
-void HvTabrow::OnDocumentActivated(HostDocument* doc) {
-    m_pActiveDoc = doc;
 }

@@ -3,15 +3,23 @@
 // (or inside its own floating window), shown and hidden by TRON and TROFF, and told which
 // drawing is active. Its settings are fields of its own, as the rest of the system reads them.
 
+#include <cstdint>
+#include <string>
+#include <vector>
+
 #include "foundation/win_types.h"
+#include "host/doc_manager_reactor.h"
+#include "host/editor_reactor.h"
 #include "settings/tabrow_settings.h"
+#include "views/dwg_palette.h"
+#include "views/dwg_tab_ctrl.h"
 
 struct HostDocument;
 struct HostWindow;
 
 class HvTabrow : public TabrowSettings {
 public:
-    HvTabrow();  // loads the settings
+    HvTabrow();  // loads the settings and attaches the reactors
     virtual ~HvTabrow();
     HvTabrow(const HvTabrow&) = delete;
     HvTabrow& operator=(const HvTabrow&) = delete;
@@ -22,7 +30,26 @@ public:
     void HideBar();
     bool IsBarVisible() const;
     void CenterFloating();
+    // Shows the view of the mode (when a drawing is open) and hides the other.
+    void SetTabMode(bool bTabs, bool bRefresh);
+    void RefreshTips();
+
+    // The two lists, fed by the host's document events whichever view shows. Each does
+    // nothing before the bar's children exist.
+    void BuildDocumentList();
+    void OnDocumentCreated(HostDocument* doc);
+    void OnDocumentToBeDestroyed(HostDocument* doc);
     void OnDocumentActivated(HostDocument* doc);
+    void SetDocumentPath(HostDocument* doc, const std::wstring& path);
+    void SetDocumentModified(HostDocument* doc, bool bModified);
+    std::wstring GetDocumentName(HostDocument* doc, bool bFullPath);
+    // The tab control's notifications, as its parent's window procedure receives them.
+    // TCN_SELCHANGING: true vetoes the change (a command runs and switching must wait).
+    bool OnTabSelChanging();
+    // TCN_SELCHANGE: switches to the drawing of the selected tab.
+    void OnTabSelChange();
+    // The recent drawings; for now the names are only recorded, newest last.
+    void AddRecentFile(const std::wstring& path);
 
     // The thickness that the hook cuts out of the MDI client or the command window.
     int CalcTabBarSize(const win::RECT* prc);
@@ -33,12 +60,33 @@ public:
 
     HostWindow* GetSafeHwnd() const { return m_hWnd; }
     HostWindow* FloatingWindow() const { return m_hFloatWnd; }
-    HostDocument* ActiveDocument() const { return m_pActiveDoc; }
+    // The drawing whose tab is selected, or null.
+    HostDocument* ActiveDocument();
+
+    HvDwgTabCtrl m_tabCtrl{*this};
+    HvDwgPalette m_palette{*this};
+    std::vector<std::wstring> m_RecentFiles;
+    HvTrEditorReactor m_editorReactor{this};
+    HvTrDocManagerReactor m_docManagerReactor{this};
+    std::int32_t m_bCreated = 0;    // the children exist
+    std::int32_t m_nTabRows = 1;    // the tab control's rows as last seen
+    std::uint8_t m_bSwitching = 0;  // the bar itself asks the host to switch drawings
+    int m_nTipRefreshes = 0;        // how often the tips were renewed
 
     win::RECT m_rcCmdWnd;  // the command window as the bar last saw it
 
 private:
+    // The palette first, then the tabs, as every list change goes.
+    template <class Change>
+    void ForEachView(Change change) {
+        change(static_cast<DwgListView&>(m_palette));
+        change(static_cast<DwgListView&>(m_tabCtrl));
+    }
+    bool CreateViews();
+    void ShowViews(bool anyOpen);
+    // The bar's thickness changed with the tab rows: the host must lay its windows out again.
+    void RelayoutMdiClient();
+
     HostWindow* m_hWnd = nullptr;       // owned: destroyed with the bar
     HostWindow* m_hFloatWnd = nullptr;  // owned, null while docked
-    HostDocument* m_pActiveDoc = nullptr;
 };

@@ -50,7 +50,7 @@ bool FindHostWindows(HostWindow*& frame, HostWindow*& mdiClient, HostWindow*& cm
 
 void CreateBar() {
     g_pTabrow = new HvTabrow();
-    g_pTabrow->Create();
+    g_pTabrow->Create();  // builds the document lists at its end
     // The window hooks, the sheet set manager and the message watcher join here as the bar's
     // layout and the host's events are built.
     if (LoadBarOn(theApp)) {
@@ -58,7 +58,6 @@ void CreateBar() {
     } else {
         TrOff();
     }
-    g_pTabrow->OnDocumentActivated(Use<HostDocuments>().MdiActiveDocument());
 }
 
 void RemoveHook(WindowHook*& hook, HostWindow* window, bool quitting) {

@@ -10,6 +10,7 @@
 // The application handle the host passes to the entry point; the core only hands it back.
 struct HostAppPacket;
 struct HostMessage;
+struct HostWindow;
 
 // Sees each message of the host's main loop before it is dispatched.
 using HostMessageWatcher = void (*)(const HostMessage& message);
@@ -61,6 +62,8 @@ public:
     // Redraws the command prompt after a relayout wiped it.
     virtual void PostCommandPrompt() = 0;
     virtual HostDrawingColors CurrentColors() = 0;
+    // The view window of the active drawing (acedGetAcadDwgView), or null.
+    virtual HostWindow* ActiveDwgView() = 0;
 
     // acedRegisterWatchWinMsg and its removal.
     virtual void RegisterMessageWatcher(HostMessageWatcher watcher) = 0;

@@ -7,19 +7,34 @@
 
 namespace {
 
-class EventLog : public SimHostListener {
+class EventLog : public EditorReactor, public DocManagerReactor {
 public:
-    explicit EventLog(SimHost& host) : m_host(host) {}
-    void DocumentCreated(HostDocument* d) override { Add(L"created ", d); }
-    void DocumentActivated(HostDocument* d) override { Add(L"activated ", d); }
-    void DocumentToBeDestroyed(HostDocument* d) override { Add(L"destroying ", d); }
-    void CommandWillStart(const std::wstring& c) override {
+    explicit EventLog(SimHost& host) : m_host(host) {
+        host.AddEditorReactor(this);
+        host.AddDocManagerReactor(this);
+    }
+    ~EventLog() override {
+        m_host.RemoveEditorReactor(this);
+        m_host.RemoveDocManagerReactor(this);
+    }
+    void documentCreated(HostDocument* d) override { Add(L"created ", d); }
+    void documentActivated(HostDocument* d) override { Add(L"activated ", d); }
+    void documentToBeDestroyed(HostDocument* d) override { Add(L"destroying ", d); }
+    void documentDestroyed(const std::wstring& name) override { log.push_back(L"gone " + name); }
+    void commandWillStart(const std::wstring& c) override {
         log.push_back(L"start " + c + L" " + m_host.GetVariable(L"CMDNAMES").value());
     }
-    void CommandEnded(const std::wstring& c) override { log.push_back(L"end " + c); }
-    void SaveComplete(HostDatabase* db, const std::wstring& path) override {
+    void commandEnded(const std::wstring& c) override { log.push_back(L"end " + c); }
+    void commandCancelled(const std::wstring& c) override { log.push_back(L"cancel " + c); }
+    void saveComplete(HostDatabase* db, const std::wstring& path) override {
         log.push_back(L"saved " + m_host.Title(m_host.DocumentOf(db)) + L" " + path);
     }
+    void lispWillStart(const std::wstring& expression) override {
+        log.push_back(L"lisp " + expression);
+    }
+    void lispEnded() override { log.push_back(L"lisp ended"); }
+    void lispCancelled() override { log.push_back(L"lisp cancelled"); }
+    void endDwgOpen(const std::wstring& name) override { log.push_back(L"opened " + name); }
     std::vector<std::wstring> log;
 
 private:
@@ -30,7 +45,6 @@ private:
 TEST(SimSession, DocumentsComeAndGoWithTheHostsEventsInOrder) {
     SimHost host;
     EventLog events(host);
-    host.AddListener(&events);
     HostDocument* site = host.OpenDrawing(L"C:\\jobs\\site.dwg");
     HostDocument* fresh = host.NewDrawing();
     host.Activate(site);
@@ -42,20 +56,19 @@ TEST(SimSession, DocumentsComeAndGoWithTheHostsEventsInOrder) {
     host.Type(L"close");
     EXPECT_EQ(host.MdiActiveDocument(), fresh);
     EXPECT_EQ(events.log,
-              (std::vector<std::wstring>{L"created site.dwg", L"activated site.dwg",
-                                         L"created Drawing1.dwg", L"activated Drawing1.dwg",
-                                         L"activated site.dwg", L"start CLOSE CLOSE", L"end CLOSE",
-                                         L"destroying site.dwg", L"activated Drawing1.dwg"}));
+              (std::vector<std::wstring>{L"opened C:\\jobs\\site.dwg", L"created site.dwg",
+                                         L"activated site.dwg", L"created Drawing1.dwg",
+                                         L"activated Drawing1.dwg", L"activated site.dwg",
+                                         L"start CLOSE CLOSE", L"end CLOSE", L"destroying site.dwg",
+                                         L"gone C:\\jobs\\site.dwg", L"activated Drawing1.dwg"}));
     host.Type(L"CLOSE");
     EXPECT_EQ(host.MdiActiveDocument(), nullptr);
     EXPECT_EQ(host.DatabasePort().WorkingDatabase(), nullptr);
-    host.RemoveListener(&events);
 }
 
 TEST(SimSession, SavingClearsDbmodUnlessTheDrawingIsReadOnly) {
     SimHost host;
     EventLog events(host);
-    host.AddListener(&events);
     HostDocument* doc = host.OpenDrawing(L"/jobs/plan.dwg");
     EXPECT_EQ(host.GetVariable(L"DBMOD"), L"0");
     host.Modify(doc);
@@ -71,7 +84,83 @@ TEST(SimSession, SavingClearsDbmodUnlessTheDrawingIsReadOnly) {
     host.Type(L"SAVE");
     EXPECT_TRUE(host.IsModified(locked));
     EXPECT_TRUE(host.IsReadOnly(locked));
-    host.RemoveListener(&events);
+}
+
+TEST(SimSession, SaveAsTakesItsNameFromTheDialogAndACancelledDialogCancelsTheCommand) {
+    SimHost host;
+    EventLog events(host);
+    HostDocument* doc = host.NewDrawing();
+    host.Modify(doc);
+    host.Type(L"QSAVE");  // never saved: asks for a name, and none comes
+    EXPECT_TRUE(host.IsModified(doc));
+    EXPECT_EQ(host.PathName(doc), L"");
+    host.QueueFileName(L"/jobs/new.dwg");
+    host.Type(L"_.saveas");
+    EXPECT_FALSE(host.IsModified(doc));
+    EXPECT_EQ(host.PathName(doc), L"/jobs/new.dwg");
+    EXPECT_EQ(events.log, (std::vector<std::wstring>{
+                              L"created Drawing1.dwg", L"activated Drawing1.dwg",
+                              L"start QSAVE QSAVE", L"cancel QSAVE", L"start SAVEAS SAVEAS",
+                              L"saved new.dwg /jobs/new.dwg", L"end SAVEAS"}));
+}
+
+TEST(SimSession, AStartedCommandKeepsTheDrawingBusyUntilItEnds) {
+    SimHost host;
+    EventLog events(host);
+    HostDocument* doc = host.OpenDrawing(L"/jobs/plan.dwg");
+    host.StartCommand(L"LINE");
+    EXPECT_FALSE(host.IsQuiescent(doc));
+    EXPECT_THROW(host.Type(L"QSAVE"), std::logic_error);
+    host.CancelCommand();
+    EXPECT_TRUE(host.IsQuiescent(doc));
+    host.StartCommand(L"LINE");
+    host.EndCommand();
+    EXPECT_EQ(std::vector<std::wstring>(events.log.end() - 4, events.log.end()),
+              (std::vector<std::wstring>{L"start LINE LINE", L"cancel LINE", L"start LINE LINE",
+                                         L"end LINE"}));
+}
+
+TEST(SimSession, LispRunsItsCommandsBetweenItsOwnEventsAndAutosavesNeedNoCommand) {
+    SimHost host;
+    HostDocument* doc = host.OpenDrawing(L"/jobs/plan.dwg");
+    EventLog events(host);
+    host.RunLisp(L"(command \"LINE\")", {L"LINE"});
+    host.RunLisp(L"(command \"REGEN\")", {L"REGEN"}, true);
+    host.Modify(doc);
+    host.Autosave(doc);
+    EXPECT_TRUE(host.IsModified(doc));
+    EXPECT_EQ(events.log,
+              (std::vector<std::wstring>{L"lisp (command \"LINE\")", L"start LINE LINE",
+                                         L"end LINE", L"lisp ended", L"lisp (command \"REGEN\")",
+                                         L"start REGEN REGEN", L"end REGEN", L"lisp cancelled",
+                                         L"saved plan.dwg C:\\Temp\\plan.dwg_1_1_0001.sv$"}));
+}
+
+TEST(SimSession, WhatAReactorThrowsEndsAtTheDispatchAndTheOthersStillHear) {
+    struct Thrower : DocManagerReactor {
+        void documentCreated(HostDocument*) override { throw std::runtime_error("boom"); }
+    } thrower;
+    SimHost host;
+    host.AddDocManagerReactor(&thrower);
+    EventLog events(host);
+    host.OpenDrawing(L"/jobs/plan.dwg");
+    EXPECT_EQ(host.ReactorFailures(), (std::vector<std::string>{"boom"}));
+    EXPECT_EQ(events.log[1], L"created plan.dwg");
+    host.RemoveDocManagerReactor(&thrower);
+}
+
+TEST(SimSession, EachDrawingHasAViewAndTheActiveOnesIsTheHostsView) {
+    SimHost host;
+    EXPECT_EQ(host.ActiveDwgView(), nullptr);
+    HostDocument* plan = host.OpenDrawing(L"/jobs/plan.dwg");
+    HostWindow* planView = host.ActiveDwgView();
+    host.OpenDrawing(L"/jobs/site.dwg");
+    EXPECT_NE(host.ActiveDwgView(), planView);
+    EXPECT_EQ(host.Windows().Parent(planView), host.Windows().MdiClient());
+    host.Activate(plan);
+    EXPECT_EQ(host.ActiveDwgView(), planView);
+    host.Type(L"CLOSE");
+    EXPECT_FALSE(host.Windows().IsWindow(planView));
 }
 
 TEST(SimSession, CommandsRunByNameAndGroupsGoTogether) {

@@ -1,0 +1,211 @@
+#include "views/dwg_palette.h"
+
+#include <algorithm>
+
+#include "ports/host_documents.h"
+#include "ports/message_box.h"
+#include "ports/port.h"
+#include "ports/window_messages.h"
+#include "settings/tabrow_settings.h"
+#include "views/collation.h"
+#include "views/document_name.h"
+
+namespace {
+
+// Resets the flag however the change ends.
+class ListChange {
+public:
+    explicit ListChange(std::uint8_t& flag) : m_flag(flag) { m_flag = 1; }
+    ~ListChange() { m_flag = 0; }
+    ListChange(const ListChange&) = delete;
+    ListChange& operator=(const ListChange&) = delete;
+
+private:
+    std::uint8_t& m_flag;
+};
+
+}  // namespace
+
+TrDocItem* HvDwgPalette::FindItem(HostDocument* doc) {
+    if (m_bListChanging != 0)
+        return nullptr;
+    if (doc == nullptr)
+        doc = Use<HostDocuments>().MdiActiveDocument();
+    for (auto& item : m_items) {
+        if (item->pDoc == doc)
+            return item.get();
+    }
+    return nullptr;
+}
+
+void HvDwgPalette::AddDocument(HostDocument* doc) {
+    if (doc == nullptr)
+        return;
+    {
+        ListChange change(m_bListChanging);
+        // Finds nothing while the flag is set: a drawing listed twice stays listed twice.
+        if (FindItem(doc) == nullptr) {
+            auto item = std::make_unique<TrDocItem>();
+            item->path.SetPath(DocumentPath(doc));
+            item->pDoc = doc;
+            item->rcItem = win::RECT{};
+            item->bDirty = true;
+            m_items.push_back(std::move(item));
+        }
+        if (m_settings.m_nSortBy != 0)
+            Sort();
+    }
+    RecalcLayout();
+}
+
+void HvDwgPalette::RemoveDocument(HostDocument* doc) {
+    if (doc == nullptr)
+        return;
+    bool removed = false;
+    {
+        ListChange change(m_bListChanging);
+        auto it = std::find_if(m_items.begin(), m_items.end(),
+                               [doc](const auto& item) { return item->pDoc == doc; });
+        if (it != m_items.end()) {
+            m_items.erase(it);
+            removed = true;
+        }
+    }
+    if (removed)
+        RecalcLayout();
+}
+
+void HvDwgPalette::SetActive(HostDocument* doc) {
+    TrDocItem* item = FindItem(doc);
+    if (item == nullptr)
+        return;
+    if (m_settings.m_bAutoUpdatePreviews != 0)
+        item->bDirty = true;
+    // An image taken from the view needs the host to have painted the view first.
+    if (item->bFromView && m_hWnd != nullptr)
+        Use<WindowSystem>().SetTimer(m_hWnd, kRedrawTimer, kTimerDelay);
+    Redraw();
+}
+
+void HvDwgPalette::SetDocumentPath(HostDocument* doc, const std::wstring& path) {
+    TrDocItem* item = FindItem(doc);
+    if (item == nullptr)
+        return;
+    item->path.SetPath(path);
+    if (m_settings.m_nSortBy != 0)
+        Sort();
+    Renumber();
+}
+
+void HvDwgPalette::SetDocumentModified(HostDocument* doc, bool bModified) {
+    if (doc != Use<HostDocuments>().MdiActiveDocument())
+        return;
+    TrDocItem* item = FindItem(doc);
+    if (item == nullptr)
+        return;
+    item->bModified = bModified;
+    if (bModified && m_settings.m_bAutoUpdatePreviews != 0)
+        item->bDirty = true;
+    Redraw();
+}
+
+void HvDwgPalette::Rebuild() {
+    if (m_settings.m_nSortBy != 0) {
+        Sort();
+    } else {
+        std::vector<std::unique_ptr<TrDocItem>> ordered;
+        for (HostDocument* doc : Use<HostDocuments>().Documents()) {
+            auto it = std::find_if(m_items.begin(), m_items.end(),
+                                   [doc](const auto& item) { return item && item->pDoc == doc; });
+            if (it != m_items.end())
+                ordered.push_back(std::move(*it));
+        }
+        m_items = std::move(ordered);
+    }
+    RecalcLayout();
+}
+
+void HvDwgPalette::Sort() {
+    const bool byName = m_settings.m_nSortBy == 1;
+    // Unstable on purpose: drawings of equal key may change places at each sort.
+    std::sort(m_items.begin(), m_items.end(), [byName](const auto& a, const auto& b) {
+        return byName ? CollateNoCase(a->path.GetFileTitle(), b->path.GetFileTitle()) < 0
+                      : CollateNoCase(a->path.GetPath(), b->path.GetPath()) < 0;
+    });
+}
+
+void HvDwgPalette::Renumber() {
+    std::int32_t index = 0;
+    for (auto& item : m_items)
+        item->nIndex = index++;
+}
+
+// The cells' placement belongs to the painting of the palette; what the list needs of it is
+// that every record knows its place.
+void HvDwgPalette::RecalcLayout() {
+    Renumber();
+    Redraw();
+}
+
+void HvDwgPalette::Redraw() {
+    if (m_hWnd != nullptr)
+        Use<WindowSystem>().Redraw(m_hWnd, ws::kRdwInvalidate | ws::kRdwErase | ws::kRdwUpdateNow);
+}
+
+void HvDwgPalette::ReadHostColors() {
+    m_colors = Use<HostServices>().CurrentColors();
+}
+
+void HvDwgPalette::OnLButtonDown(win::POINT point) {
+    TrDocItem* hit = nullptr;
+    for (auto& item : m_items) {
+        const win::RECT& r = item->rcItem;
+        if (point.x >= r.left && point.x < r.right && point.y >= r.top && point.y < r.bottom) {
+            hit = item.get();
+            break;
+        }
+    }
+    if (hit == nullptr)
+        return;
+    HostDocuments& docs = Use<HostDocuments>();
+    HostDocument* current = docs.CurDocument();
+    if (m_settings.m_bSwitchOnBusy == 0 && current != nullptr && !docs.IsQuiescent(current)) {
+        Use<MessageBoxes>().Show(kBusySwitchText, L"", mb::kOk);
+        return;
+    }
+    docs.ActivateDocument(hit->pDoc);
+}
+
+void HvDwgPalette::OnTimer(unsigned id) {
+    // One-shot: every timer of the palette stops at its first tick.
+    Use<WindowSystem>().KillTimer(m_hWnd, id);
+    if (id == kRedrawTimer) {
+        Redraw();
+    } else if (id == kViewChangedTimer) {
+        TrDocItem* item = FindItem(nullptr);
+        if (item != nullptr && m_settings.m_bAutoUpdatePreviews != 0) {
+            item->bDirty = true;
+            Redraw();
+        }
+    }
+}
+
+std::intptr_t HvDwgPalette::OnMessage(HostWindow*, unsigned message, std::uintptr_t wParam,
+                                      std::intptr_t lParam) {
+    try {
+        switch (message) {
+            case wm::kTimer:
+                OnTimer(static_cast<unsigned>(wParam));
+                return 0;
+            case wm::kLButtonDown:
+                OnLButtonDown(win::POINT{static_cast<std::int16_t>(lParam & 0xFFFF),
+                                         static_cast<std::int16_t>((lParam >> 16) & 0xFFFF)});
+                return 0;
+            default:
+                return 0;
+        }
+    } catch (...) {
+        // Nothing crosses back into the window system.
+        return 0;
+    }
+}

@@ -1,0 +1,69 @@
+#pragma once
+// The preview view's list: one TrDocItem per open drawing, in the host's order or sorted by
+// name or path with the user's collation. Its window's messages come here: a click on an item
+// switches drawings, and the one-shot timers 100 (redraw once the host has painted the view)
+// and 101 (the view was panned or zoomed: the active preview is out of date).
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "ports/host_services.h"
+#include "ports/window_system.h"
+#include "views/dwg_list_view.h"
+#include "views/tr_doc_item.h"
+
+struct HostDocument;
+struct HostWindow;
+struct TabrowSettings;
+
+// What both views say when a click would switch drawings in the middle of a command.
+inline constexpr wchar_t kBusySwitchText[] =
+    L"Please finish the active command before switching drawings!";
+
+class HvDwgPalette : public DwgListView, public WindowMessageHandler {
+public:
+    static constexpr unsigned kRedrawTimer = 100;
+    static constexpr unsigned kViewChangedTimer = 101;
+    static constexpr unsigned kTimerDelay = 800;
+
+    // `settings` (the bar's) gives the sort order and the switching and preview rules; it
+    // outlives the palette.
+    explicit HvDwgPalette(const TabrowSettings& settings) : m_settings(settings) {}
+    HvDwgPalette(const HvDwgPalette&) = delete;
+    HvDwgPalette& operator=(const HvDwgPalette&) = delete;
+
+    // Null means the active drawing. Null while the list is being changed.
+    TrDocItem* FindItem(HostDocument* doc);
+    // No check for a drawing already listed: the host announces each drawing once.
+    void AddDocument(HostDocument* doc) override;
+    void RemoveDocument(HostDocument* doc) override;
+    void SetActive(HostDocument* doc) override;
+    void SetDocumentPath(HostDocument* doc, const std::wstring& path) override;
+    // Acts for the active drawing only.
+    void SetDocumentModified(HostDocument* doc, bool bModified) override;
+    // Sorted, or in the host's order of documents.
+    void Rebuild() override;
+    void RecalcLayout();
+    // The host's drawing colours, read again after its options may have changed them.
+    void ReadHostColors();
+    // A click on an item: the switch, unless a command runs and switching is not allowed then.
+    void OnLButtonDown(win::POINT point);
+    void OnTimer(unsigned id);
+
+    std::intptr_t OnMessage(HostWindow* window, unsigned message, std::uintptr_t wParam,
+                            std::intptr_t lParam) override;
+
+    HostWindow* m_hWnd = nullptr;  // destroyed with the bar
+    std::vector<std::unique_ptr<TrDocItem>> m_items;
+    std::uint8_t m_bListChanging = 0;
+    HostDrawingColors m_colors;
+
+private:
+    void Sort();
+    void Renumber();
+    void Redraw();
+
+    const TabrowSettings& m_settings;
+};

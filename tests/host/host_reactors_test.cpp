@@ -1,0 +1,142 @@
+// The bar's two reactors in a session: commands and LISP stretches deciding the modified mark,
+// saves renaming, the host's colours, attaching to and leaving the host.
+
+#include <gtest/gtest.h>
+
+#include "bar/document_session.h"
+
+namespace {
+
+using Texts = std::vector<std::wstring>;
+
+TEST_F(DocumentSession, SaveAsAtThePromptRenamesTheTabAndClearsTheMark) {
+    HostDocument* plan = host.OpenDrawing(L"C:\\jobs\\plan.dwg");
+    Load();
+    host.Modify(plan);
+    host.Type(L"LINE");
+    EXPECT_EQ(TabTexts(), (Texts{L"* plan"}));
+    host.QueueFileName(L"C:\\jobs\\plan-rev2.dwg");
+    host.Type(L"_.saveas");
+    EXPECT_EQ(TabTexts(), (Texts{L"plan-rev2"}));
+    EXPECT_EQ(Bar().m_RecentFiles, (Texts{L"C:\\jobs\\plan-rev2.dwg"}));
+}
+
+TEST_F(DocumentSession, OpeningADrawingRecordsItAsRecentEvenWithTheBarOff) {
+    Load();
+    host.Type(L"TROFF");
+    host.OpenDrawing(L"C:\\jobs\\plan.dwg");
+    EXPECT_EQ(Bar().m_RecentFiles, (Texts{L"C:\\jobs\\plan.dwg"}));
+}
+
+TEST_F(DocumentSession, SaveAsFromLispStaysSilentWhenAvoidedAndLispsEndSetsTheMark) {
+    Store(L"AvoidSaveasInLisp", 1);
+    HostDocument* plan = host.OpenDrawing(L"C:\\jobs\\plan.dwg");
+    Load();
+    host.Modify(plan);
+    host.Type(L"LINE");
+    host.QueueFileName(L"C:\\jobs\\copy.dwg");
+    host.RunLisp(L"(command \"_.SAVEAS\" \"\" \"C:/jobs/copy\")", {L"_.SAVEAS"});
+    EXPECT_EQ(TabTexts(), (Texts{L"plan"}));  // not renamed, and the mark corrected at the end
+    EXPECT_TRUE(Bar().m_RecentFiles.empty());
+    EXPECT_EQ(Bar().m_editorReactor.m_bInLisp, 0);
+}
+
+TEST_F(DocumentSession, LispCommandsAreFollowedLikeOthersByDefault) {
+    HostDocument* plan = host.OpenDrawing(L"C:\\jobs\\plan.dwg");
+    Load();
+    host.Modify(plan);
+    host.QueueFileName(L"C:\\jobs\\copy.dwg");
+    host.RunLisp(L"(command \"_.SAVEAS\" \"\" \"C:/jobs/copy\")", {L"_.SAVEAS"});
+    EXPECT_EQ(TabTexts(), (Texts{L"copy"}));
+}
+
+TEST_F(DocumentSession, ACancelledLispStretchEndsSilenceWithoutAMark) {
+    Store(L"AvoidSaveasInLisp", 1);
+    HostDocument* plan = host.OpenDrawing(L"C:\\jobs\\plan.dwg");
+    Load();
+    host.RunLisp(L"(command \"LINE\")", {L"LINE"}, true);
+    host.Modify(plan);
+    host.Type(L"LINE");  // followed again
+    EXPECT_EQ(TabTexts(), (Texts{L"* plan"}));
+}
+
+TEST_F(DocumentSession, ACancelledSaveLeavesNoCommandSoAnAutosaveGoesUnnoticed) {
+    HostDocument* plan = host.OpenDrawing(L"C:\\jobs\\plan.dwg");
+    Load();
+    host.Modify(plan);
+    host.Type(L"LINE");
+    host.Type(L"SAVEAS");  // the file dialog is cancelled
+    host.Autosave(plan);
+    EXPECT_EQ(TabTexts(), (Texts{L"* plan"}));
+    EXPECT_TRUE(Bar().m_RecentFiles.empty());
+}
+
+TEST_F(DocumentSession, SavesByOtherCommandsClearTheMarkWithoutRenaming) {
+    HostDocument* plan = host.OpenDrawing(L"C:\\jobs\\plan.dwg");
+    Load();
+    host.Modify(plan);
+    host.Type(L"LINE");
+    host.StartCommand(L"CLOSE");  // closing with a save
+    Bar().m_editorReactor.saveComplete(host.Database(plan), L"C:\\elsewhere\\other.dwg");
+    EXPECT_EQ(TabTexts(), (Texts{L"plan"}));
+    host.CancelCommand();
+}
+
+TEST_F(DocumentSession, OptionsInPreviewModeReadTheHostsColoursAgain) {
+    host.OpenDrawing(L"C:\\jobs\\plan.dwg");
+    Load();
+    host.SetCurrentColors(HostDrawingColors{0x332211, 0xEEEEEE});
+    host.Type(L"OPTIONS");
+    EXPECT_EQ(Bar().m_palette.m_colors.modelBackground, 0x332211u);
+}
+
+TEST_F(DocumentSession, OptionsInTabModeReadNoColours) {
+    Store(L"TabMode", 1);
+    host.OpenDrawing(L"C:\\jobs\\plan.dwg");
+    Load();
+    const HostDrawingColors before = Bar().m_palette.m_colors;
+    host.SetCurrentColors(HostDrawingColors{0x332211, 0xEEEEEE});
+    host.Type(L"OPTIONS");
+    EXPECT_EQ(Bar().m_palette.m_colors.modelBackground, before.modelBackground);
+}
+
+TEST_F(DocumentSession, ColourCommandsAreKnownOnlyByTheirExactNames) {
+    host.OpenDrawing(L"C:\\jobs\\plan.dwg");
+    Load();
+    host.SetCurrentColors(HostDrawingColors{0x332211, 0xEEEEEE});
+    Bar().m_editorReactor.commandWillStart(L"options");
+    Bar().m_editorReactor.commandEnded(L"options");
+    EXPECT_NE(Bar().m_palette.m_colors.modelBackground, 0x332211u);
+}
+
+TEST_F(DocumentSession, AnAutomationFailureAtACommandsEndLeavesTheMarkAndReachesTheHost) {
+    HostDocument* plan = host.OpenDrawing(L"C:\\jobs\\plan.dwg");
+    Load();
+    host.Modify(plan);
+    host.FailAutomation(hr::kFail, L"Unspecified error");
+    host.Type(L"LINE");
+    host.ClearAutomationFailure();
+    EXPECT_EQ(TabTexts(), (Texts{L"plan"}));
+    EXPECT_EQ(host.ReactorFailures().size(), 1u);
+}
+
+TEST_F(DocumentSession, WithoutADocumentInterfaceTheDocumentsOwnFlagDecides) {
+    HostDocument* plan = host.OpenDrawing(L"C:\\jobs\\plan.dwg");
+    Load();
+    host.SetDocumentsHaveNoInterface(true);
+    host.Modify(plan);
+    host.Type(L"LINE");
+    EXPECT_EQ(TabTexts(), (Texts{L"* plan"}));
+    EXPECT_TRUE(host.ReactorFailures().empty());
+    EXPECT_EQ(host.AutomationReferences(), 1);  // only the application object is held
+}
+
+TEST_F(DocumentSession, ReactorsAttachWhereTheHostHasTheirSourceAndLeaveAtUnload) {
+    host.SetHasEditor(false);
+    Load();
+    EXPECT_EQ(host.ReactorCount(), 1u);
+    Unload();
+    EXPECT_EQ(host.ReactorCount(), 0u);
+}
+
+}  // namespace
