@@ -18,7 +18,6 @@ constexpr std::wstring_view kPairs[] = {L"ae", L"th", L"ij", L"oe", L"ss"};
 enum Group : unsigned { kSymbol = 0, kDigit = 1, kLetter = 2 };
 
 struct Weights {
-    std::vector<unsigned> primary;    // group and base character
     std::vector<unsigned> secondary;  // the accent: 0 for a plain letter
     std::vector<unsigned> ignored;    // positions of the characters passed over
 };
@@ -45,39 +44,77 @@ std::wstring_view BaseLetters(wchar_t c) {
     return kLetters.substr(static_cast<std::size_t>(code - L'a'), 1);
 }
 
+bool IsPassedOver(wchar_t c) {
+    return c == L'-' || c == L'\'';
+}
+
 // Greek, Cyrillic and the scripts after them, leaving out the punctuation and symbol blocks.
 bool IsOtherLetter(wchar_t c) {
     const unsigned u = static_cast<unsigned>(c);
     return u >= 0x370 && !(u >= 0x2000 && u <= 0x2BFF) && !(u >= 0x3000 && u <= 0x303F);
 }
 
+// A character that is no accented Latin letter: its group and its folded self.
+unsigned PlainWeight(wchar_t c) {
+    const wchar_t folded = FoldCase(c);
+    Group group = kSymbol;
+    if (c >= L'0' && c <= L'9')
+        group = kDigit;
+    else if ((folded >= L'a' && folded <= L'z') || IsOtherLetter(folded))
+        group = kLetter;
+    return Primary(group, folded);
+}
+
 Weights WeightsOf(std::wstring_view text) {
     Weights w;
     for (std::size_t i = 0; i < text.size(); ++i) {
         const wchar_t c = text[i];
-        if (c == L'-' || c == L'\'') {
+        if (IsPassedOver(c)) {
             w.ignored.push_back(static_cast<unsigned>(i));
             continue;
         }
-        const std::wstring_view base = BaseLetters(c);
-        if (!base.empty()) {
-            for (wchar_t b : base) {
-                w.primary.push_back(Primary(kLetter, b));
-                w.secondary.push_back(static_cast<unsigned>(FoldCase(c)));
-            }
-            continue;
-        }
-        const wchar_t folded = FoldCase(c);
-        Group group = kSymbol;
-        if (c >= L'0' && c <= L'9')
-            group = kDigit;
-        else if ((folded >= L'a' && folded <= L'z') || IsOtherLetter(folded))
-            group = kLetter;
-        w.primary.push_back(Primary(group, folded));
-        w.secondary.push_back(0);
+        // One accent weight per base letter, so that the levels line up.
+        const std::size_t letters = BaseLetters(c).size();
+        if (letters == 0)
+            w.secondary.push_back(0);
+        else
+            w.secondary.insert(w.secondary.end(), letters, static_cast<unsigned>(FoldCase(c)));
     }
     return w;
 }
+
+// The primary weights of a text one at a time, without building them all: most comparisons are
+// decided within the first few letters.
+class PrimaryWalk {
+public:
+    explicit PrimaryWalk(std::wstring_view text) : m_text(text) {}
+    bool Next(unsigned& weight) {
+        if (!m_pending.empty()) {
+            weight = Primary(kLetter, m_pending.front());
+            m_pending.remove_prefix(1);
+            return true;
+        }
+        while (m_pos < m_text.size()) {
+            const wchar_t c = m_text[m_pos++];
+            if (IsPassedOver(c))
+                continue;
+            const std::wstring_view base = BaseLetters(c);
+            if (!base.empty()) {
+                weight = Primary(kLetter, base.front());
+                m_pending = base.substr(1);
+                return true;
+            }
+            weight = PlainWeight(c);
+            return true;
+        }
+        return false;
+    }
+
+private:
+    std::wstring_view m_text;
+    std::size_t m_pos = 0;
+    std::wstring_view m_pending;  // the second letter of a pair
+};
 
 int Compare(const std::vector<unsigned>& a, const std::vector<unsigned>& b) {
     const std::size_t n = a.size() < b.size() ? a.size() : b.size();
@@ -106,10 +143,24 @@ int CompareNoCase(std::wstring_view a, std::wstring_view b) {
 }
 
 int CollateNoCase(std::wstring_view a, std::wstring_view b) {
+    PrimaryWalk walkA(a);
+    PrimaryWalk walkB(b);
+    for (;;) {
+        unsigned pa = 0;
+        unsigned pb = 0;
+        const bool moreA = walkA.Next(pa);
+        const bool moreB = walkB.Next(pb);
+        if (!moreA || !moreB) {
+            if (moreA != moreB)
+                return moreA ? 1 : -1;
+            break;
+        }
+        if (pa != pb)
+            return pa < pb ? -1 : 1;
+    }
+    // The same letters: accents, then the characters passed over, decide.
     const Weights wa = WeightsOf(a);
     const Weights wb = WeightsOf(b);
-    if (int order = Compare(wa.primary, wb.primary))
-        return order;
     if (int order = Compare(wa.secondary, wb.secondary))
         return order;
     // Fewer characters passed over first; then the one whose first such character comes later.

@@ -1,6 +1,7 @@
 #include "views/dwg_palette.h"
 
 #include <algorithm>
+#include <string_view>
 
 #include "ports/host_documents.h"
 #include "ports/message_box.h"
@@ -128,10 +129,13 @@ void HvDwgPalette::Rebuild() {
 void HvDwgPalette::Sort() {
     const bool byName = m_settings.m_nSortBy == 1;
     // Unstable on purpose: drawings of equal key may change places at each sort.
-    std::sort(m_items.begin(), m_items.end(), [byName](const auto& a, const auto& b) {
-        return byName ? CollateNoCase(a->path.GetFileTitle(), b->path.GetFileTitle()) < 0
-                      : CollateNoCase(a->path.GetPath(), b->path.GetPath()) < 0;
-    });
+    // The path's parts are read in place: a copy per comparison would cost more than the sort.
+    auto key = [byName](const TrDocItem& item) {
+        return byName ? std::wstring_view(item.path.m_szFile)
+                      : std::wstring_view(item.path.m_strPath);
+    };
+    std::sort(m_items.begin(), m_items.end(),
+              [&key](const auto& a, const auto& b) { return CollateNoCase(key(*a), key(*b)) < 0; });
 }
 
 void HvDwgPalette::Renumber() {
