@@ -100,15 +100,6 @@ TEST_F(DocumentSession, OptionsInTabModeReadNoColours) {
     EXPECT_EQ(Bar().m_palette.m_colors.modelBackground, before.modelBackground);
 }
 
-TEST_F(DocumentSession, ColourCommandsAreKnownOnlyByTheirExactNames) {
-    host.OpenDrawing(L"C:\\jobs\\plan.dwg");
-    Load();
-    host.SetCurrentColors(HostDrawingColors{0x332211, 0xEEEEEE});
-    Bar().m_editorReactor.commandWillStart(L"options");
-    Bar().m_editorReactor.commandEnded(L"options");
-    EXPECT_NE(Bar().m_palette.m_colors.modelBackground, 0x332211u);
-}
-
 TEST_F(DocumentSession, AnAutomationFailureAtACommandsEndLeavesTheMarkAndReachesTheHost) {
     HostDocument* plan = host.OpenDrawing(L"C:\\jobs\\plan.dwg");
     Load();

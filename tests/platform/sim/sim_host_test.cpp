@@ -136,33 +136,6 @@ TEST(SimSession, LispRunsItsCommandsBetweenItsOwnEventsAndAutosavesNeedNoCommand
                                          L"saved plan.dwg C:\\Temp\\plan.dwg_1_1_0001.sv$"}));
 }
 
-TEST(SimSession, WhatAReactorThrowsEndsAtTheDispatchAndTheOthersStillHear) {
-    struct Thrower : DocManagerReactor {
-        void documentCreated(HostDocument*) override { throw std::runtime_error("boom"); }
-    } thrower;
-    SimHost host;
-    host.AddDocManagerReactor(&thrower);
-    EventLog events(host);
-    host.OpenDrawing(L"/jobs/plan.dwg");
-    EXPECT_EQ(host.ReactorFailures(), (std::vector<std::string>{"boom"}));
-    EXPECT_EQ(events.log[1], L"created plan.dwg");
-    host.RemoveDocManagerReactor(&thrower);
-}
-
-TEST(SimSession, EachDrawingHasAViewAndTheActiveOnesIsTheHostsView) {
-    SimHost host;
-    EXPECT_EQ(host.ActiveDwgView(), nullptr);
-    HostDocument* plan = host.OpenDrawing(L"/jobs/plan.dwg");
-    HostWindow* planView = host.ActiveDwgView();
-    host.OpenDrawing(L"/jobs/site.dwg");
-    EXPECT_NE(host.ActiveDwgView(), planView);
-    EXPECT_EQ(host.Windows().Parent(planView), host.Windows().MdiClient());
-    host.Activate(plan);
-    EXPECT_EQ(host.ActiveDwgView(), planView);
-    host.Type(L"CLOSE");
-    EXPECT_FALSE(host.Windows().IsWindow(planView));
-}
-
 TEST(SimSession, CommandsRunByNameAndGroupsGoTogether) {
     SimHost host;
     int runs = 0;

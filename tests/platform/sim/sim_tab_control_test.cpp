@@ -69,9 +69,4 @@ TEST_F(SimTabs, SelectionFollowsInsertsAndDeletesAndSetCurSelIsCounted) {
     EXPECT_FALSE(tabs.GetItem(t, 1, 5, text, param));
 }
 
-TEST_F(SimTabs, OnlyTabControlsTakeTabMessages) {
-    HostWindow* plain = windows.CreateChild(windows.HostFrame(), L"Static", {}, ws::kChild);
-    EXPECT_THROW(tabs.ItemCount(plain), std::logic_error);
-}
-
 }  // namespace
