@@ -163,15 +163,3 @@ TEST(GdiPictures, TheSoftwareAndTheGdiPictureAgreeWhereTheRulesAreExact) {
         EXPECT_NEAR(a.bottom, b.bottom, 2);
     }
 }
-
-TEST(GdiPictures, WithoutAlphaBlendTheTintsAgreeToTheSample) {
-    GdiFontRasteriser fonts;
-    const ScopedPort<FontRasteriser> port(fonts);
-    SoftwareCanvas software(kWidth, kHeight, &fonts);
-    const auto gdi = GdiCanvas::Create(kWidth, kHeight, nullptr, nullptr);
-    ASSERT_NE(gdi, nullptr);
-    PaintPicture(software);
-    PaintPicture(*gdi);
-    for (const win::RECT& tint : kTints)
-        EXPECT_EQ(FirstDifference(PixelsOf(*gdi), software.Pixels(), kWidth, tint), "");
-}
