@@ -277,7 +277,7 @@ protected:
                 }};
     }
 
-    // What a setting reads as through its own kind of access, and its stored bytes.
+    // What a setting reads as through every kind of access the program has.
     std::wstring ReadBack(const Setting& setting, HvRegImpl& r) {
         std::wstring text = L"int " + std::to_wstring(r.GetInt(setting.section, setting.name, 7)) +
                             L" string [" + r.GetString(setting.section, setting.name, L"dflt") +
@@ -309,9 +309,13 @@ protected:
         for (const Setting& setting : table) {
             const std::string where =
                 context + ", " + Narrow(L"[" + setting.section + L"] " + setting.name);
-            EXPECT_EQ(Narrow(real.Run([&](HvRegImpl& r) { return ReadBack(setting, r); })),
-                      Narrow(file.Run([&](HvRegImpl& r) { return ReadBack(setting, r); })))
-                << where;
+            const std::wstring expected =
+                file.Run([&](HvRegImpl& r) { return ReadBack(setting, r); });
+            const std::wstring actual =
+                real.Run([&](HvRegImpl& r) { return ReadBack(setting, r); });
+            // Compared whole; the message shows them with '?' for what is not ASCII.
+            EXPECT_TRUE(actual == expected) << where << "\n  registry: " << Narrow(actual)
+                                            << "\n  file:     " << Narrow(expected);
             CompareStored(setting, where);
         }
     }
