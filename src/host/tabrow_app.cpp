@@ -2,6 +2,8 @@
 
 #include "bar/hv_tabrow.h"
 #include "host/command_edge.h"
+#include "host/mdi_client_hook.h"
+#include "host/message_watcher.h"
 #include "ports/com_error.h"
 #include "ports/host_automation.h"
 #include "ports/host_documents.h"
@@ -51,8 +53,12 @@ bool FindHostWindows(HostWindow*& frame, HostWindow*& mdiClient, HostWindow*& cm
 void CreateBar() {
     g_pTabrow = new HvTabrow();
     g_pTabrow->Create();  // builds the document lists at its end
-    // The window hooks, the sheet set manager and the message watcher join here as the bar's
-    // layout and the host's events are built.
+    // After the bar's window: the hooks use the bar in their first message.
+    g_pMdiClientHook = new HvTrMdiClientWnd;
+    g_pMdiClientHook->HookWindow(g_hwndMdiClient);
+    g_pCmdWndHook = new HvTrMdiClientWnd;
+    g_pCmdWndHook->HookWindow(g_hwndCmdWnd);
+    Use<HostServices>().RegisterMessageWatcher(TabrowMessageWatcher);
     if (LoadBarOn(theApp)) {
         TrOn();
     } else {
@@ -60,12 +66,12 @@ void CreateBar() {
     }
 }
 
-void RemoveHook(WindowHook*& hook, HostWindow* window, bool quitting) {
+void RemoveHook(HvTrMdiClientWnd*& hook, bool quitting) {
     if (hook == nullptr)
         return;
-    // While the host quits its windows go down anyway; they are left as they are.
+    // While the host quits its windows go down anyway and take their hooks out themselves.
     if (!quitting)
-        Use<WindowSystem>().Unhook(window, hook);
+        hook->HookWindow(nullptr);
     delete hook;
     hook = nullptr;
 }
@@ -76,8 +82,8 @@ HvApp theApp = MakeApp();
 HvTabrow* g_pTabrow = nullptr;
 std::uint8_t g_bTabrowOn = 1;
 HostApplication* g_pHostApp = nullptr;
-WindowHook* g_pMdiClientHook = nullptr;
-WindowHook* g_pCmdWndHook = nullptr;
+HvTrMdiClientWnd* g_pMdiClientHook = nullptr;
+HvTrMdiClientWnd* g_pCmdWndHook = nullptr;
 HostWindow* g_hwndFrame = nullptr;
 HostWindow* g_hwndMdiClient = nullptr;
 HostWindow* g_hwndCmdWnd = nullptr;
@@ -91,6 +97,7 @@ void MapModule() {
     g_pHostApp = nullptr;
     g_pMdiClientHook = g_pCmdWndHook = nullptr;
     g_hwndFrame = g_hwndMdiClient = g_hwndCmdWnd = g_hwndCmdContainer = g_hwndDwgView = nullptr;
+    g_rcCmdWnd = g_rcMdiClient = g_rcMdiClientSize = win::RECT{};
 }
 
 int acrxEntryPoint(int msg, HostAppPacket* pkt) {
@@ -149,9 +156,10 @@ void OnLoad(HostAppPacket* pkt) {
 void OnUnload() {
     HostServices& host = Use<HostServices>();
     theApp.SetInt(keys::kRoot, keys::kOn, g_bTabrowOn);
+    host.RemoveMessageWatcher(TabrowMessageWatcher);
     bool quitting = host.IsQuitting();
-    RemoveHook(g_pMdiClientHook, g_hwndMdiClient, quitting);
-    RemoveHook(g_pCmdWndHook, g_hwndCmdWnd, quitting);
+    RemoveHook(g_pMdiClientHook, quitting);
+    RemoveHook(g_pCmdWndHook, quitting);
     if (g_pTabrow != nullptr) {
         WindowSystem& windows = Use<WindowSystem>();
         if (windows.IsWindow(g_pTabrow->GetSafeHwnd()))
@@ -229,7 +237,7 @@ void TrCmdCenter() {
         if (g_pTabrow == nullptr)
             return;
         // Not written to the settings: only the end of a drag saves this width.
-        g_pTabrow->m_nWidthOnCmdWnd = g_pTabrow->m_rcCmdWnd.Width() / 2;
+        g_pTabrow->m_nWidthOnCmdWnd = g_rcCmdWnd.Width() / 2;
         RefreshHostLayout(g_hwndFrame);
     });
 }

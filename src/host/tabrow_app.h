@@ -7,7 +7,7 @@
 #include "host/hv_app.h"
 
 class HvTabrow;
-class WindowHook;
+class HvTrMdiClientWnd;
 struct HostApplication;
 struct HostAppPacket;
 struct HostWindow;
@@ -21,8 +21,8 @@ extern HvApp theApp;
 extern HvTabrow* g_pTabrow;  // owned; null until created and after a failed start
 extern std::uint8_t g_bTabrowOn;
 extern HostApplication* g_pHostApp;   // one reference held
-extern WindowHook* g_pMdiClientHook;  // owned
-extern WindowHook* g_pCmdWndHook;     // owned
+extern HvTrMdiClientWnd* g_pMdiClientHook;  // owned
+extern HvTrMdiClientWnd* g_pCmdWndHook;     // owned
 extern HostWindow* g_hwndFrame;
 extern HostWindow* g_hwndMdiClient;
 extern HostWindow* g_hwndCmdWnd;

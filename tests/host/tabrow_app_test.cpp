@@ -136,7 +136,11 @@ TEST_F(TabrowSession, LoadByApploadTakesTheBarsRoomAtOnce) {
     win::RECT frame = host.Windows().RectInParent(host.Windows().HostFrame());
     ASSERT_TRUE(host.Type(L"appload"));
 
-    const auto& moves = host.Windows().Moves();
+    std::vector<SimWindowSystem::MoveRecord> moves;
+    for (const auto& move : host.Windows().Moves()) {
+        if (move.window == g_hwndFrame)
+            moves.push_back(move);
+    }
     ASSERT_EQ(moves.size(), 2u);
     EXPECT_EQ(moves[0].rect,
               (win::RECT{frame.left + 10, frame.top + 10, frame.right - 10, frame.bottom - 10}));
@@ -244,42 +248,37 @@ TEST_F(TabrowSession, TrcmdcenterHalvesTheCommandWindowAndRefreshesWithoutSaving
     StoreSetting(L"WidthOnCmdWnd", 200);
     Load();
     EXPECT_EQ(g_pTabrow->m_nWidthOnCmdWnd, 200);
+    // The frame's first layout at host start shows the hook the command window.
+    host.Windows().Move(g_hwndFrame, host.Windows().RectInParent(g_hwndFrame), true);
     host.Type(L"TRCMDCENTER");
     EXPECT_EQ(g_pTabrow->m_nWidthOnCmdWnd,
               host.Windows().RectInParent(host.Windows().CommandWindow()).Width() / 2);
-    EXPECT_EQ(FrameMoves(), 2u);
+    EXPECT_EQ(FrameMoves(), 3u);
     EXPECT_EQ(Bytes(kSettingsKey, L"WidthOnCmdWnd"), (std::vector<std::uint8_t>{200, 0, 0, 0}));
 }
-
-class RecordingHook : public WindowHook {
-public:
-    void OnWindowPosChanging(HostWindow*, win::WINDOWPOS&) override { ++calls; }
-    int calls = 0;
-};
 
 TEST_F(TabrowSession, UnloadGivesTheRoomBackUnlessTheHostQuits) {
     Load();
     HostWindow* bar = g_pTabrow->GetSafeHwnd();
+    HostWindow* mdiClient = g_hwndMdiClient;
+    EXPECT_FALSE(host.Windows().HasOwnProcedure(mdiClient));
     Unload();
     EXPECT_FALSE(host.Windows().IsWindow(bar));
+    EXPECT_TRUE(host.Windows().HasOwnProcedure(mdiClient));
+    EXPECT_TRUE(host.Windows().HasOwnProcedure(g_hwndCmdWnd));
     EXPECT_EQ(FrameMoves(), 2u);
     EXPECT_TRUE(host.Commands().empty());
+    EXPECT_TRUE(host.MessageWatchers().empty());
     EXPECT_EQ(Count(L" Harvane Tabrow 2.0 (build 97) UNLOADED "), 1u);
     EXPECT_NE(host.CommandLineText().find(std::wstring(80, L'-')), std::wstring::npos);
     EXPECT_EQ(host.AutomationReferences(), 0);
 
     MapModule();
     Load();
-    auto* hook = new RecordingHook;
-    host.Windows().Hook(g_hwndMdiClient, hook);
-    g_pMdiClientHook = hook;
-    HostWindow* mdiClient = g_hwndMdiClient;
     host.Quit();
     Unload();
     EXPECT_EQ(g_pMdiClientHook, nullptr);
-    // The hook stays in the quitting host's chain; its window goes down with the host.
-    EXPECT_EQ(host.Windows().Window(mdiClient).hooks.size(), 1u);
-    host.Windows().Window(mdiClient).hooks.clear();
+    EXPECT_EQ(g_pCmdWndHook, nullptr);
     EXPECT_EQ(FrameMoves(), 2u);  // only the first unload refreshed the layout
 }
 

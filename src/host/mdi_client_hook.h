@@ -1,0 +1,29 @@
+#pragma once
+// The hook that gives the bar its room. The host lays out its MDI client and its command
+// window as if the bar weren't there; this hook, on both windows, cuts the bar's thickness out of
+// each new position on its way (WM_WINDOWPOSCHANGING) and moves the bar into the gap.
+
+#include "foundation/win_types.h"
+#include "host/subclass_wnd.h"
+
+// The rectangles the host last wanted for its windows, before the cut, in their parents'
+// coordinates.
+extern win::RECT g_rcCmdWnd;         // RelayoutCmdWnd, TRCMDCENTER, the WidthOnCmdWnd default
+extern win::RECT g_rcMdiClient;      // the floating window's first placement
+extern win::RECT g_rcMdiClientSize;  // the aspect ratio of the palette's previews
+
+// Cuts `thickness` out of `pos` on the dock side and returns the bar's rectangle: the gap on
+// that side of the rectangle that `pos` described. A side that doesn't apply leaves `pos` as it
+// is and gives the whole rectangle.
+win::RECT CutBarRoom(win::WINDOWPOS& pos, int dockSide, int thickness);
+
+class HvTrMdiClientWnd : public CSubclassWnd {
+protected:
+    // Tells by the hooked window whether it works for the MDI client or the command window.
+    std::intptr_t WindowProc(unsigned message, std::uintptr_t wParam,
+                             std::intptr_t lParam) override;
+
+private:
+    void CutCommandWindow(win::WINDOWPOS& pos);
+    void CutMdiClient(win::WINDOWPOS& pos);
+};

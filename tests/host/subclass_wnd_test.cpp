@@ -1,0 +1,160 @@
+// Chains of hooks on simulated windows: who sees a message and in which order, what unhooking
+// leaves behind, and a window that dies with its hooks on.
+
+#include "host/subclass_wnd.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "platform/sim/sim_window_system.h"
+#include "ports/port.h"
+#include "ports/window_messages.h"
+
+namespace {
+
+using Log = std::vector<std::string>;
+
+// The window's own procedure: records what reaches it.
+class OwnProcedure : public WindowMessageHandler {
+public:
+    explicit OwnProcedure(Log& log) : m_log(log) {}
+    std::intptr_t OnMessage(HostWindow*, unsigned message, std::uintptr_t,
+                            std::intptr_t) override {
+        m_log.push_back("own " + std::to_string(message));
+        return 7;
+    }
+
+private:
+    Log& m_log;
+};
+
+// Shifts a moving window right by `by` and passes every message on.
+class ShiftHook : public CSubclassWnd {
+public:
+    ShiftHook(std::string name, int by, Log& log) : m_name(std::move(name)), m_by(by), m_log(log) {}
+
+protected:
+    std::intptr_t WindowProc(unsigned message, std::uintptr_t wParam,
+                             std::intptr_t lParam) override {
+        m_log.push_back(m_name + " " + std::to_string(message));
+        if (message == wm::kWindowPosChanging)
+            reinterpret_cast<win::WINDOWPOS*>(lParam)->x += m_by;
+        return CSubclassWnd::WindowProc(message, wParam, lParam);
+    }
+
+private:
+    std::string m_name;
+    int m_by;
+    Log& m_log;
+};
+
+// Sends another message to its window while handling one, then passes the first on by
+// Default(): what reaches the window must be the first message, not the nested one.
+class NestingHook : public CSubclassWnd {
+public:
+    explicit NestingHook(SimWindowSystem& windows) : m_windows(windows) {}
+
+protected:
+    std::intptr_t WindowProc(unsigned message, std::uintptr_t, std::intptr_t) override {
+        if (message == wm::kUser)
+            m_windows.Send(m_pWndHooked, wm::kPaint, 0, 0);
+        return Default();
+    }
+
+private:
+    SimWindowSystem& m_windows;
+};
+
+class SubclassWnd : public ::testing::Test {
+protected:
+    SubclassWnd() {
+        window = windows.CreateChild(windows.HostFrame(), L"Test", win::RECT{0, 0, 100, 50},
+                                     ws::kChild | ws::kVisible);
+        windows.SetMessageHandler(window, &own);
+    }
+
+    SimWindowSystem windows;
+    ScopedPort<WindowProcedures> procedures{windows};
+    Log log;
+    OwnProcedure own{log};
+    HostWindow* window = nullptr;
+};
+
+TEST_F(SubclassWnd, TheNewestHookSeesAMessageFirstAndTheWindowLast) {
+    ShiftHook first("first", 10, log), second("second", 5, log);
+    first.HookWindow(window);
+    second.HookWindow(window);
+    EXPECT_EQ(second.m_pNext, &first);
+    EXPECT_EQ(second.m_pOldWndProc, first.m_pOldWndProc);
+
+    windows.Move(window, win::RECT{0, 0, 100, 50}, true);
+    EXPECT_EQ(log, (Log{"second 70", "first 70", "own 70"}));
+    EXPECT_EQ(windows.RectInParent(window), (win::RECT{15, 0, 115, 50}));
+    EXPECT_EQ(windows.Send(window, wm::kUser, 0, 0), 7);  // the window's answer comes back
+}
+
+TEST_F(SubclassWnd, UnhookingTheFirstOfTwoKeepsTheSecondAndTheLastRestoresTheWindow) {
+    ShiftHook first("first", 10, log), second("second", 5, log);
+    first.HookWindow(window);
+    second.HookWindow(window);
+
+    second.HookWindow(nullptr);
+    EXPECT_FALSE(second.IsHooked());
+    EXPECT_EQ(second.m_pOldWndProc, nullptr);
+    EXPECT_EQ(CSubclassWnd::FirstHookOf(window), &first);
+    EXPECT_FALSE(windows.HasOwnProcedure(window));
+    windows.Send(window, wm::kUser, 0, 0);
+    EXPECT_EQ(log, (Log{"first 1024", "own 1024"}));
+
+    first.HookWindow(nullptr);
+    EXPECT_TRUE(windows.HasOwnProcedure(window));
+    EXPECT_EQ(CSubclassWnd::HookedWindowCount(), 0u);
+}
+
+TEST_F(SubclassWnd, UnhookingFromTheMiddleOfAChainKeepsBothNeighbours) {
+    ShiftHook first("first", 1, log), middle("middle", 2, log), last("last", 4, log);
+    first.HookWindow(window);
+    middle.HookWindow(window);
+    last.HookWindow(window);
+    middle.HookWindow(nullptr);
+    windows.Send(window, wm::kUser, 0, 0);
+    EXPECT_EQ(log, (Log{"last 1024", "first 1024", "own 1024"}));
+}
+
+TEST_F(SubclassWnd, AWindowThatDiesTakesAllItsHooksOutAndItsOwnProcedureGetsTheLastMessage) {
+    ShiftHook first("first", 10, log), second("second", 5, log);
+    first.HookWindow(window);
+    second.HookWindow(window);
+    windows.Destroy(window);
+    EXPECT_EQ(log, (Log{"own 130"}));  // WM_NCDESTROY goes straight to the old procedure
+    EXPECT_FALSE(first.IsHooked());
+    EXPECT_FALSE(second.IsHooked());
+    EXPECT_EQ(CSubclassWnd::HookedWindowCount(), 0u);
+}
+
+TEST_F(SubclassWnd, ADeadWindowGetsNoHookAndADeletedHookLeavesNoTrace) {
+    HostWindow* dead = windows.CreateChild(windows.HostFrame(), L"Gone", {}, ws::kChild);
+    windows.Destroy(dead);
+    ShiftHook hook("hook", 1, log);
+    EXPECT_TRUE(hook.HookWindow(dead));
+    EXPECT_FALSE(hook.IsHooked());
+    EXPECT_EQ(CSubclassWnd::HookedWindowCount(), 0u);
+
+    {
+        ShiftHook shortLived("short", 1, log);
+        shortLived.HookWindow(window);
+    }
+    EXPECT_TRUE(windows.HasOwnProcedure(window));
+    EXPECT_EQ(windows.Send(window, wm::kUser, 0, 0), 7);
+}
+
+TEST_F(SubclassWnd, DefaultPassesOnTheMessageBeingHandledAfterANestedOne) {
+    NestingHook hook(windows);
+    hook.HookWindow(window);
+    windows.Send(window, wm::kUser, 0, 0);
+    EXPECT_EQ(log, (Log{"own 15", "own 1024"}));
+}
+
+}  // namespace
