@@ -128,13 +128,13 @@ int IS40_HBITMAPToRGB(HBITMAP bitmap, HDC dc, HPALETTE palette, BYTE* rgb) {
     return 1;
 }
 
-BitmapHandle IS40_DIBToHBITMAP(const BYTE* dib, std::size_t size, HPALETTE palette, HDC dc) {
-    static const char* const kName = "IS40_DIBToHBITMAP";
-    ImageOperationScope scope;
-    if (dib == nullptr) {
-        Fail(kImageBadArgument, kName);
-        return {};
-    }
+namespace {
+
+constexpr const char* kDibToBitmap = "IS40_DIBToHBITMAP";
+
+// The work of IS40_DIBToHBITMAP, which reports its outcome; it may throw only bad_alloc.
+BitmapHandle MakeDeviceBitmap(const BYTE* dib, std::size_t size, HPALETTE palette, HDC dc) {
+    const char* const kName = kDibToBitmap;
     const GdiDib source(dib, size);
     // A 1-bit picture is made on a memory context, whose bitmap is monochrome, so that it
     // stays monochrome; any other on the screen's context.
@@ -178,6 +178,22 @@ BitmapHandle IS40_DIBToHBITMAP(const BYTE* dib, std::size_t size, HPALETTE palet
     }
     ReportImageError(kImageOk, kName);
     return bitmap;
+}
+
+}  // namespace
+
+BitmapHandle IS40_DIBToHBITMAP(const BYTE* dib, std::size_t size, HPALETTE palette, HDC dc) {
+    ImageOperationScope scope;
+    if (dib == nullptr) {
+        Fail(kImageBadArgument, kDibToBitmap);
+        return {};
+    }
+    try {
+        return MakeDeviceBitmap(dib, size, palette, dc);
+    } catch (const std::bad_alloc&) {
+        Fail(kImageOutOfMemory, kDibToBitmap);
+        return {};
+    }
 }
 
 int IS40_DrawRGB(HDC dc, const BYTE* rgb, UINT width, UINT height, UINT stride, int x, int y,
