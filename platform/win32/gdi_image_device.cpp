@@ -134,7 +134,6 @@ constexpr const char* kDibToBitmap = "IS40_DIBToHBITMAP";
 
 // The work of IS40_DIBToHBITMAP, which reports its outcome; it may throw only bad_alloc.
 BitmapHandle MakeDeviceBitmap(const BYTE* dib, std::size_t size, HPALETTE palette, HDC dc) {
-    const char* const kName = kDibToBitmap;
     const GdiDib source(dib, size);
     // A 1-bit picture is made on a memory context, whose bitmap is monochrome, so that it
     // stays monochrome; any other on the screen's context.
@@ -148,17 +147,17 @@ BitmapHandle MakeDeviceBitmap(const BYTE* dib, std::size_t size, HPALETTE palett
             dc = screen.emplace(nullptr).Get();
         }
         if (dc == nullptr) {
-            Fail(kImageNoDevice, kName);
+            Fail(kImageNoDevice, kDibToBitmap);
             return {};
         }
     }
     const int caps = DeviceCaps(dc, RASTERCAPS);
     if ((caps & RC_DI_BITMAP) == 0) {
-        Fail(kImageNoCapability, kName);
+        Fail(kImageNoCapability, kDibToBitmap);
         return {};
     }
     if (!source.IsValid()) {
-        Fail(kImageCreateBitmapFailed, kName);
+        Fail(kImageCreateBitmapFailed, kDibToBitmap);
         return {};
     }
     PaletteHandle own;
@@ -173,10 +172,10 @@ BitmapHandle MakeDeviceBitmap(const BYTE* dib, std::size_t size, HPALETTE palett
     BitmapHandle bitmap(::CreateDIBitmap(dc, source.Header(), CBM_INIT, source.Bits(),
                                          source.Info(), DIB_RGB_COLORS));
     if (!bitmap) {
-        Fail(kImageCreateBitmapFailed, kName);
+        Fail(kImageCreateBitmapFailed, kDibToBitmap);
         return {};
     }
-    ReportImageError(kImageOk, kName);
+    ReportImageError(kImageOk, kDibToBitmap);
     return bitmap;
 }
 
