@@ -121,8 +121,8 @@ std::intptr_t CSubclassWnd::Default() {
     return CSubclassWnd::WindowProc(current.message, current.wParam, current.lParam);
 }
 
-std::intptr_t CSubclassWnd::HookWndProc(HostWindow* window, unsigned message,
-                                        std::uintptr_t wParam, std::intptr_t lParam) {
+std::intptr_t CSubclassWnd::HookWndProc(HostWindow* window, unsigned message, std::uintptr_t wParam,
+                                        std::intptr_t lParam) {
     // Nothing may cross into the window system from a hook.
     try {
         LastSentScope scope(HostMessage{window, message, wParam, lParam});

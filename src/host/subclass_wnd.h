@@ -30,9 +30,9 @@ public:
     // Windows that have at least one hook.
     static std::size_t HookedWindowCount();
 
-    HostWindow* m_pWndHooked = nullptr;            // not owned
-    OldWindowProcedure* m_pOldWndProc = nullptr;   // the window's procedure before any hook
-    CSubclassWnd* m_pNext = nullptr;               // the next hook on the same window, not owned
+    HostWindow* m_pWndHooked = nullptr;           // not owned
+    OldWindowProcedure* m_pOldWndProc = nullptr;  // the window's procedure before any hook
+    CSubclassWnd* m_pNext = nullptr;              // the next hook on the same window, not owned
 
 protected:
     // Override to handle messages; the default passes the message on along the chain.

@@ -11,19 +11,6 @@
 
 namespace {
 
-win::WINDOWPOS Pos(int x, int y, int cx, int cy) {
-    win::WINDOWPOS pos;
-    pos.x = x;
-    pos.y = y;
-    pos.cx = cx;
-    pos.cy = cy;
-    return pos;
-}
-
-win::RECT RectOf(const win::WINDOWPOS& pos) {
-    return win::RECT{pos.x, pos.y, pos.x + pos.cx, pos.y + pos.cy};
-}
-
 TEST(CutBarRoom, EachSideGivesTheBarItsStripAndTheWindowTheRest) {
     struct Case {
         int side;
@@ -40,9 +27,9 @@ TEST(CutBarRoom, EachSideGivesTheBarItsStripAndTheWindowTheRest) {
         {59423, {10, 60, 1010, 860}, {10, 60, 1010, 860}},  // no side: nothing is cut
     };
     for (const Case& c : cases) {
-        win::WINDOWPOS pos = Pos(10, 60, 1000, 800);
+        win::WINDOWPOS pos{nullptr, nullptr, 10, 60, 1000, 800, 0};
         EXPECT_EQ(CutBarRoom(pos, c.side, 100), c.bar) << c.side;
-        EXPECT_EQ(RectOf(pos), c.window) << c.side;
+        EXPECT_EQ((win::RECT{pos.x, pos.y, pos.x + pos.cx, pos.y + pos.cy}), c.window) << c.side;
     }
 }
 
@@ -195,16 +182,6 @@ TEST_F(LayoutSession, RelayoutsBringANewThicknessIntoTheHostsWindows) {
     RelayoutCmdWnd();
     EXPECT_EQ(Rect(g_hwndCmdWnd), (win::RECT{0, 0, 1420, 140}));
     EXPECT_EQ(Rect(BarWindow()), (win::RECT{1420, 0, 1920, 140}));
-}
-
-TEST_F(LayoutSession, TrcmdcenterSplitsTheCommandLineInTheMiddle) {
-    OpenTwo();
-    Store(L"WidthOnCmdWnd", 300);
-    LoadDocked(dock::kCmdWndLeft);
-    Refresh();
-    ASSERT_TRUE(host.Type(L"TRCMDCENTER"));
-    EXPECT_EQ(Rect(BarWindow()), (win::RECT{0, 0, 960, 140}));
-    EXPECT_EQ(Rect(g_hwndCmdWnd), (win::RECT{960, 0, 1920, 140}));
 }
 
 }  // namespace

@@ -20,8 +20,7 @@ using Log = std::vector<std::string>;
 class OwnProcedure : public WindowMessageHandler {
 public:
     explicit OwnProcedure(Log& log) : m_log(log) {}
-    std::intptr_t OnMessage(HostWindow*, unsigned message, std::uintptr_t,
-                            std::intptr_t) override {
+    std::intptr_t OnMessage(HostWindow*, unsigned message, std::uintptr_t, std::intptr_t) override {
         m_log.push_back("own " + std::to_string(message));
         return 7;
     }
@@ -82,48 +81,35 @@ protected:
     HostWindow* window = nullptr;
 };
 
-TEST_F(SubclassWnd, TheNewestHookSeesAMessageFirstAndTheWindowLast) {
-    ShiftHook first("first", 10, log), second("second", 5, log);
-    first.HookWindow(window);
-    second.HookWindow(window);
-    EXPECT_EQ(second.m_pNext, &first);
-    EXPECT_EQ(second.m_pOldWndProc, first.m_pOldWndProc);
-
-    windows.Move(window, win::RECT{0, 0, 100, 50}, true);
-    EXPECT_EQ(log, (Log{"second 70", "first 70", "own 70"}));
-    EXPECT_EQ(windows.RectInParent(window), (win::RECT{15, 0, 115, 50}));
-    EXPECT_EQ(windows.Send(window, wm::kUser, 0, 0), 7);  // the window's answer comes back
-}
-
-TEST_F(SubclassWnd, UnhookingTheFirstOfTwoKeepsTheSecondAndTheLastRestoresTheWindow) {
-    ShiftHook first("first", 10, log), second("second", 5, log);
-    first.HookWindow(window);
-    second.HookWindow(window);
-
-    second.HookWindow(nullptr);
-    EXPECT_FALSE(second.IsHooked());
-    EXPECT_EQ(second.m_pOldWndProc, nullptr);
-    EXPECT_EQ(CSubclassWnd::FirstHookOf(window), &first);
-    EXPECT_FALSE(windows.HasOwnProcedure(window));
-    windows.Send(window, wm::kUser, 0, 0);
-    EXPECT_EQ(log, (Log{"first 1024", "own 1024"}));
-
-    first.HookWindow(nullptr);
-    EXPECT_TRUE(windows.HasOwnProcedure(window));
-    EXPECT_EQ(CSubclassWnd::HookedWindowCount(), 0u);
-}
-
-TEST_F(SubclassWnd, UnhookingFromTheMiddleOfAChainKeepsBothNeighbours) {
+TEST_F(SubclassWnd, HooksSeeMessagesNewestFirstAndUnhookingKeepsTheRestOfTheChain) {
     ShiftHook first("first", 1, log), middle("middle", 2, log), last("last", 4, log);
     first.HookWindow(window);
     middle.HookWindow(window);
     last.HookWindow(window);
-    middle.HookWindow(nullptr);
-    windows.Send(window, wm::kUser, 0, 0);
-    EXPECT_EQ(log, (Log{"last 1024", "first 1024", "own 1024"}));
+    windows.Move(window, win::RECT{0, 0, 100, 50}, true);
+    EXPECT_EQ(log, (Log{"last 70", "middle 70", "first 70", "own 70"}));
+    EXPECT_EQ(windows.RectInParent(window), (win::RECT{7, 0, 107, 50}));
+
+    log.clear();
+    middle.HookWindow(nullptr);  // from the middle
+    last.HookWindow(nullptr);    // the first of the chain: the next one takes its place
+    EXPECT_FALSE(last.IsHooked());
+    EXPECT_EQ(CSubclassWnd::FirstHookOf(window), &first);
+    EXPECT_EQ(windows.Send(window, wm::kUser, 0, 0), 7);  // the window's answer comes back
+    EXPECT_EQ(log, (Log{"first 1024", "own 1024"}));
+
+    first.HookWindow(nullptr);  // the last one puts the window's procedure back
+    EXPECT_TRUE(windows.HasOwnProcedure(window));
+    EXPECT_EQ(CSubclassWnd::HookedWindowCount(), 0u);
+
+    {
+        ShiftHook deleted("deleted", 1, log);
+        deleted.HookWindow(window);
+    }
+    EXPECT_TRUE(windows.HasOwnProcedure(window));  // no chain keeps a deleted hook
 }
 
-TEST_F(SubclassWnd, AWindowThatDiesTakesAllItsHooksOutAndItsOwnProcedureGetsTheLastMessage) {
+TEST_F(SubclassWnd, AWindowThatDiesDropsItsHooksAndADeadWindowGetsNone) {
     ShiftHook first("first", 10, log), second("second", 5, log);
     first.HookWindow(window);
     second.HookWindow(window);
@@ -132,22 +118,10 @@ TEST_F(SubclassWnd, AWindowThatDiesTakesAllItsHooksOutAndItsOwnProcedureGetsTheL
     EXPECT_FALSE(first.IsHooked());
     EXPECT_FALSE(second.IsHooked());
     EXPECT_EQ(CSubclassWnd::HookedWindowCount(), 0u);
-}
 
-TEST_F(SubclassWnd, ADeadWindowGetsNoHookAndADeletedHookLeavesNoTrace) {
-    HostWindow* dead = windows.CreateChild(windows.HostFrame(), L"Gone", {}, ws::kChild);
-    windows.Destroy(dead);
-    ShiftHook hook("hook", 1, log);
-    EXPECT_TRUE(hook.HookWindow(dead));
-    EXPECT_FALSE(hook.IsHooked());
+    EXPECT_TRUE(first.HookWindow(window));
+    EXPECT_FALSE(first.IsHooked());
     EXPECT_EQ(CSubclassWnd::HookedWindowCount(), 0u);
-
-    {
-        ShiftHook shortLived("short", 1, log);
-        shortLived.HookWindow(window);
-    }
-    EXPECT_TRUE(windows.HasOwnProcedure(window));
-    EXPECT_EQ(windows.Send(window, wm::kUser, 0, 0), 7);
 }
 
 TEST_F(SubclassWnd, DefaultPassesOnTheMessageBeingHandledAfterANestedOne) {

@@ -1,4 +1,5 @@
-// The simulated window system's messages and the frame's layout of its children.
+// The simulated frame's layout of its children through their procedures, and the main loop's
+// messages.
 
 #include "platform/sim/sim_window_system.h"
 
@@ -31,10 +32,9 @@ std::intptr_t LowerBy40(HostWindow* window, unsigned message, std::uintptr_t wPa
 
 class Recorder : public WindowMessageHandler {
 public:
-    std::intptr_t OnMessage(HostWindow* window, unsigned message, std::uintptr_t wParam,
+    std::intptr_t OnMessage(HostWindow*, unsigned message, std::uintptr_t wParam,
                             std::intptr_t) override {
-        g_log.push_back("own " + std::to_string(message) + " " + std::to_string(wParam) +
-                        (g_windows->IsWindow(window) ? "" : " dead"));
+        g_log.push_back("own " + std::to_string(message) + " " + std::to_string(wParam));
         return 0;
     }
 };
@@ -72,24 +72,6 @@ TEST_F(SimWindowMessages, TheFrameLaysOutItsChildrenThroughTheirProcedures) {
     EXPECT_EQ(Rect(windows.MdiClient()), (win::RECT{0, 60, 1200, 780}));  // down to the status bar
 }
 
-TEST_F(SimWindowMessages, TimersAndTheLastMessageGoThroughTheWindowsProcedure) {
-    Recorder own;
-    HostWindow* window =
-        windows.CreateChild(windows.HostFrame(), L"Test", win::RECT{0, 0, 10, 10}, ws::kChild);
-    HostWindow* child = windows.CreateChild(window, L"Child", win::RECT{}, ws::kChild);
-    windows.SetMessageHandler(window, &own);
-    windows.SetMessageHandler(child, &own);
-    g_old = windows.Replace(window, &LowerBy40);
-
-    windows.SetTimer(window, 5, 100);
-    windows.Elapse(100);
-    windows.KillTimer(window, 5);
-    windows.Destroy(window);
-    EXPECT_EQ(g_log, (std::vector<std::string>{"proc 275", "own 275 5", "own 130 0", "proc 130",
-                                               "own 130 0"}));
-    EXPECT_FALSE(windows.IsWindow(child));
-}
-
 void CountWatched(const HostMessage& message) {
     g_log.push_back("watcher " + std::to_string(message.message));
 }
@@ -99,8 +81,8 @@ TEST(SimHostMessages, AMessageOfTheMainLoopReachesTheWatchersFirstThenItsWindow)
     SimHost host;
     g_windows = &host.Windows();
     Recorder own;
-    HostWindow* view = host.Windows().CreateChild(host.Windows().MdiClient(), L"View",
-                                                  win::RECT{}, ws::kChild);
+    HostWindow* view =
+        host.Windows().CreateChild(host.Windows().MdiClient(), L"View", win::RECT{}, ws::kChild);
     host.Windows().SetMessageHandler(view, &own);
     host.RegisterMessageWatcher(CountWatched);
     host.PumpMessage(HostMessage{view, wm::kMouseWheel, 3, 0});
