@@ -1,0 +1,156 @@
+// A user's session on the simulated host, told step by step: the module loaded by APPLOAD,
+// drawings opened, edited, saved under a new name, switched by a click on a tab, closed. After
+// each step it prints the bar's tabs (the selected one in brackets), the previews' order and
+// where the bar and the drawing area are in the frame.
+//
+// Usage: tabrow-session <scratch folder> [dock side 59419..59425] [sort 0..2]
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+#include <string>
+
+#include "bar/hv_tabrow.h"
+#include "foundation/text_encoding.h"
+#include "host/tabrow_app.h"
+#include "platform/sim/sim_file_system.h"
+#include "platform/sim/sim_host.h"
+#include "settings/settings_keys.h"
+
+namespace {
+
+const std::wstring kSettingsKey = L"Software\\Harvane\\Tabrow\\2.0 - R17";
+
+std::string Narrow(const std::wstring& text) {
+    return ToUtf8(text);
+}
+
+std::string RectText(const win::RECT& r) {
+    return "(" + std::to_string(r.left) + "," + std::to_string(r.top) + ")-(" +
+           std::to_string(r.right) + "," + std::to_string(r.bottom) + ")";
+}
+
+class Session {
+public:
+    Session(const std::filesystem::path& folder, int dockSide, int sortBy)
+        : m_files(FromUtf8(folder.string() + "/")), m_filesPort(m_files) {
+        MapModule();
+        StoreSetting(keys::kDockSide, dockSide);
+        StoreSetting(keys::kSortBy, sortBy);
+        StoreSetting(keys::kTabMode, 1);
+        m_host.SetAppLoader([this] { acrxEntryPoint(kInitAppMsg, Packet()); });
+    }
+    ~Session() {
+        m_host.Quit();
+        acrxEntryPoint(kUnloadAppMsg, Packet());
+    }
+
+    SimHost& Host() { return m_host; }
+
+    void Show(const std::string& step) {
+        std::cout << "\n== " << step << " ==\n";
+        if (g_pTabrow == nullptr) {
+            std::cout << "  (no bar)\n";
+            return;
+        }
+        HvDwgTabCtrl& tabs = g_pTabrow->m_tabCtrl;
+        HostDocument* active = m_host.MdiActiveDocument();
+        std::cout << "  tabs:    ";
+        for (int i = 0; i < tabs.GetItemCount(); ++i) {
+            std::string text = Narrow(tabs.GetItemText(i));
+            bool selected = tabs.GetDocument(i) == active;
+            std::cout << (selected ? "[" + text + "]" : " " + text + " ") << " ";
+        }
+        std::cout << "\n  previews:";
+        for (const auto& item : g_pTabrow->m_palette.m_items)
+            std::cout << " " << Narrow(item->path.GetFileName()) << (item->bModified ? "*" : "");
+        SimWindowSystem& windows = m_host.Windows();
+        std::cout << "\n  bar " << RectText(windows.RectInParent(g_pTabrow->GetSafeHwnd()))
+                  << ", drawing area " << RectText(windows.RectInParent(g_hwndMdiClient))
+                  << ", command window " << RectText(windows.RectInParent(g_hwndCmdWnd)) << "\n";
+        for (const auto& box : m_host.MessageBoxesShown()) {
+            if (m_boxesShown-- > 0)
+                continue;
+            std::cout << "  message box: " << Narrow(box.text) << "\n";
+        }
+        m_boxesShown = static_cast<int>(m_host.MessageBoxesShown().size());
+    }
+
+    // A click on the tab of `doc`, as the tab control tells its parent.
+    void ClickTab(HostDocument* doc) {
+        HvDwgTabCtrl& tabs = g_pTabrow->m_tabCtrl;
+        int index = tabs.FindDocument(doc);
+        if (g_pTabrow->OnTabSelChanging())
+            return;  // vetoed: the selection stays
+        Use<TabControls>().SetCurSel(tabs.m_hWnd, index);
+        g_pTabrow->OnTabSelChange();
+    }
+
+private:
+    HostAppPacket* Packet() { return reinterpret_cast<HostAppPacket*>(&m_packetTag); }
+    void StoreSetting(const std::wstring& name, std::uint32_t value) {
+        m_host.Registry().CreateKey(RegHive::CurrentUser, kSettingsKey);
+        RegValue dword{reg::kDword,
+                       {static_cast<std::uint8_t>(value), static_cast<std::uint8_t>(value >> 8),
+                        static_cast<std::uint8_t>(value >> 16),
+                        static_cast<std::uint8_t>(value >> 24)}};
+        m_host.Registry().SetValue(RegHive::CurrentUser, kSettingsKey, name, dword);
+    }
+
+    SimFileSystem m_files;
+    ScopedPort<FileSystem> m_filesPort;
+    SimHost m_host;
+    int m_packetTag = 0;
+    int m_boxesShown = 0;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc < 2) {
+        std::cerr << "usage: tabrow-session <scratch folder> [dock side 59419..59425] [sort 0..2]\n";
+        return 2;
+    }
+    std::filesystem::path folder = argv[1];
+    std::error_code error;
+    std::filesystem::create_directories(folder / "appdata", error);
+    if (error) {
+        std::cerr << "tabrow-session: cannot make " << folder << ": " << error.message() << "\n";
+        return 1;
+    }
+    int dockSide = argc > 2 ? std::atoi(argv[2]) : dock::kTop;
+    int sortBy = argc > 3 ? std::atoi(argv[3]) : 1;
+    if (dockSide < dock::kTop || dockSide > dock::kCmdWndRight || dockSide == 59423 ||
+        sortBy < 0 || sortBy > 2) {
+        std::cerr << "tabrow-session: dock side 59419..59422, 59424 or 59425; sort 0, 1 or 2\n";
+        return 2;
+    }
+
+    Session session(folder, dockSide, sortBy);
+    SimHost& host = session.Host();
+    HostDocument* site = host.OpenDrawing(L"C:\\jobs\\tower\\site.dwg");
+    session.Show("the host has one drawing open");
+    host.Type(L"APPLOAD");
+    session.Show("APPLOAD: the bar takes its room");
+    host.OpenDrawing(L"C:\\jobs\\tower\\Core walls.dwg");
+    host.OpenDrawing(L"C:\\jobs\\archive\\plan.dwg", true);
+    host.NewDrawing();
+    session.Show("three more: a read-only one and a new one");
+    host.Modify(host.MdiActiveDocument());
+    host.Type(L"LINE");
+    session.Show("LINE in the new drawing: it is marked modified");
+    host.QueueFileName(L"C:\\jobs\\tower\\Annex.dwg");
+    host.Type(L"SAVEAS");
+    session.Show("SAVEAS Annex.dwg: renamed, re-sorted, mark cleared");
+    host.StartCommand(L"LINE");
+    g_pTabrow->m_bSwitchOnBusy = 0;
+    session.ClickTab(site);
+    session.Show("a click on site while LINE waits, with switching on busy off");
+    host.CancelCommand();
+    session.ClickTab(site);
+    session.Show("Escape, then the click again: site is active");
+    host.Type(L"CLOSE");
+    session.Show("CLOSE site");
+    return 0;
+}
