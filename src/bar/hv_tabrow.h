@@ -84,8 +84,6 @@ private:
     }
     bool CreateViews();
     void ShowViews(bool anyOpen);
-    // The bar's thickness changed with the tab rows: the host must lay its windows out again.
-    void RelayoutMdiClient();
 
     HostWindow* m_hWnd = nullptr;       // owned: destroyed with the bar
     HostWindow* m_hFloatWnd = nullptr;  // owned, null while docked

@@ -3,6 +3,7 @@
 
 #include "bar/hv_tabrow.h"
 
+#include "host/relayout.h"
 #include "host/tabrow_app.h"
 #include "ports/host_automation.h"
 #include "ports/host_documents.h"
@@ -69,19 +70,10 @@ void HvTabrow::SetTabMode(bool bTabs, bool bRefresh) {
     }
     if (bRefresh && m_bFloating == 0) {
         if (dock::IsInCommandWindow(m_nDockSide))
-            RefreshHostLayout(g_hwndFrame);  // the command window's own relayout
+            RelayoutCmdWnd();
         else
             RelayoutMdiClient();
     }
-}
-
-// The frame's control bars leave a room for the MDI client; moving the client there makes the
-// hook cut the bar's thickness out again.
-void HvTabrow::RelayoutMdiClient() {
-    WindowSystem& windows = Use<WindowSystem>();
-    if (!windows.IsWindow(g_hwndFrame) || !windows.IsWindow(g_hwndMdiClient))
-        return;
-    windows.Move(g_hwndMdiClient, windows.MdiClientRoom(g_hwndFrame), false);
 }
 
 // The tips themselves hang on the tab rectangles; what the list changes is when they must be
