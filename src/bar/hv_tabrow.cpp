@@ -23,10 +23,9 @@ HvTabrow::~HvTabrow() {
 
 void HvTabrow::LoadSettings() {
     SystemValues system;
-    if (g_hwndCmdWnd != nullptr) {
-        m_rcCmdWnd = Use<WindowSystem>().RectInParent(g_hwndCmdWnd);
-        system.commandWindowWidth = m_rcCmdWnd.Width();
-    }
+    // Before the hook has seen the command window, its present width gives the default.
+    if (g_hwndCmdWnd != nullptr)
+        system.commandWindowWidth = Use<WindowSystem>().RectInParent(g_hwndCmdWnd).Width();
     system.appDataFolder = theApp.m_strAppDataDir;
     Load(theApp, system);
 }

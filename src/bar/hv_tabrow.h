@@ -73,8 +73,6 @@ public:
     std::uint8_t m_bSwitching = 0;  // the bar itself asks the host to switch drawings
     int m_nTipRefreshes = 0;        // how often the tips were renewed
 
-    win::RECT m_rcCmdWnd;  // the command window as the bar last saw it
-
 private:
     // The palette first, then the tabs, as every list change goes.
     template <class Change>
