@@ -33,10 +33,6 @@ protected:
     ScopedPort<FileSystem> port{files};
 };
 
-std::string Bytes(const DibSpec& spec) {
-    return MakeDib(spec);
-}
-
 DwgSampleSpec ThreeRecords(const std::string& version, const std::string& dib) {
     DwgSampleSpec spec;
     spec.version = version;
@@ -57,7 +53,7 @@ std::string PaletteDib(win::COLORREF at225, win::COLORREF at245) {
 
 TEST_F(DwgPreviewTest, EveryVersionOfTheTableAndNewerOnesGivesItsPictureAndKeepsAllRecords) {
     const DibSpec dibSpec = SizedDib(40, 24, 8);
-    const std::string dib = Bytes(dibSpec);
+    const std::string dib = MakeDib(dibSpec);
     for (const std::string& version : KnownDwgVersions()) {
         TrDwgPreview preview;
         ASSERT_EQ(ReadInto(preview, MakeDwg(ThreeRecords(version, dib))), 1) << version;
@@ -75,8 +71,8 @@ TEST_F(DwgPreviewTest, EveryVersionOfTheTableAndNewerOnesGivesItsPictureAndKeeps
 }
 
 TEST_F(DwgPreviewTest, OnlyTheSecondRecordQualifiesFor2007AndALaterPictureWinsForOthers) {
-    const std::string small = Bytes(SizedDib(8, 8, 4));
-    const std::string large = Bytes(SizedDib(16, 12, 24));
+    const std::string small = MakeDib(SizedDib(8, 8, 4));
+    const std::string large = MakeDib(SizedDib(16, 12, 24));
     DwgSampleSpec first;
     first.version = "AC1021";
     first.records = {{2, small}, {1, "x"}};
@@ -97,7 +93,7 @@ TEST_F(DwgPreviewTest, OnlyTheSecondRecordQualifiesFor2007AndALaterPictureWinsFo
 
 TEST_F(DwgPreviewTest, ACountOfNoneOrAbove127ReadsNoRecords) {
     for (int count : {0, 128, 200, 255}) {
-        DwgSampleSpec spec = ThreeRecords("AC1015", Bytes(DibSpec()));
+        DwgSampleSpec spec = ThreeRecords("AC1015", MakeDib(DibSpec()));
         spec.countByte = static_cast<std::uint8_t>(count);
         TrDwgPreview preview;
         EXPECT_EQ(ReadInto(preview, MakeDwg(spec)), 1);
@@ -107,7 +103,7 @@ TEST_F(DwgPreviewTest, ACountOfNoneOrAbove127ReadsNoRecords) {
 }
 
 TEST_F(DwgPreviewTest, WithoutTheSentinelTheStatusStaysLoading) {
-    DwgSampleSpec spec = ThreeRecords("AC1015", Bytes(DibSpec()));
+    DwgSampleSpec spec = ThreeRecords("AC1015", MakeDib(DibSpec()));
     spec.withPreview = false;
     TrDwgPreview preview;
     EXPECT_EQ(ReadInto(preview, MakeDwg(spec)), 0);
@@ -136,7 +132,7 @@ TEST_F(DwgPreviewTest, FilesThatCantBeOpenedOrSeekBeforeTheStartGiveFileErrorTex
     EXPECT_EQ(locked.Read(L"/dwg/locked.dwg", true), 0);
     EXPECT_EQ(locked.m_strError, L"File Error\naccessDenied");
 
-    DwgSampleSpec spec = ThreeRecords("AC1015", Bytes(DibSpec()));
+    DwgSampleSpec spec = ThreeRecords("AC1015", MakeDib(DibSpec()));
     spec.records[1].address = -5;
     TrDwgPreview negative;
     EXPECT_EQ(ReadInto(negative, MakeDwg(spec)), 0);
@@ -146,19 +142,20 @@ TEST_F(DwgPreviewTest, FilesThatCantBeOpenedOrSeekBeforeTheStartGiveFileErrorTex
 }
 
 TEST_F(DwgPreviewTest, AClaimOfFourGigabytesTakesOnlyWhatTheFileHolds) {
-    DwgSampleSpec spec = ThreeRecords("AC1015", Bytes(SizedDib(20, 10, 8)));
+    const std::string dib = MakeDib(SizedDib(20, 10, 8));
+    DwgSampleSpec spec = ThreeRecords("AC1015", dib);
     spec.records[1].claimedSize = 0xFFFFFFFFu;
     spec.records[2].address = 0x7FFFFFF0;
     TrDwgPreview preview;
     EXPECT_EQ(ReadInto(preview, MakeDwg(spec)), 1);
     EXPECT_EQ(preview.m_records[1]->size, 0xFFFFFFFFu);
-    EXPECT_EQ(preview.m_records[1]->data.size(), Bytes(SizedDib(20, 10, 8)).size() + 120);
+    EXPECT_EQ(preview.m_records[1]->data.size(), dib.size() + 120);
     EXPECT_TRUE(preview.m_records[2]->data.empty());
     EXPECT_EQ(preview.GetImageSize(), (win::SIZE{20, 10}));
 }
 
 TEST_F(DwgPreviewTest, AFileCutAtAnyOffsetGivesADefinedOutcomeAndDrawsSafely) {
-    const std::string whole = MakeDwg(ThreeRecords("AC1018", Bytes(SizedDib(12, 9, 8))));
+    const std::string whole = MakeDwg(ThreeRecords("AC1018", MakeDib(SizedDib(12, 9, 8))));
     SoftwareCanvas canvas(30, 20);
     const win::LOGFONTW font;
     for (std::size_t cut = 0; cut <= whole.size(); ++cut) {
@@ -178,13 +175,13 @@ TEST_F(DwgPreviewTest, AFileCutAtAnyOffsetGivesADefinedOutcomeAndDrawsSafely) {
 }
 
 TEST_F(DwgPreviewTest, TheSentinelEntryIs225AfterRelease14And245Before) {
-    TrDwgPreview newer;
-    ReadInto(newer, MakeDwg(ThreeRecords("AC1015", PaletteDib(0xFFFFFF, 0x123456))));
-    EXPECT_EQ(newer.m_crSentinelEntry, 0xFFFFFFu);
-    TrDwgPreview older;
-    ReadInto(older, MakeDwg(ThreeRecords("AC1014", PaletteDib(0xFFFFFF, 0x123456))));
-    EXPECT_EQ(older.m_crSentinelEntry, 0x123456u);
-    EXPECT_EQ(older.m_nPaletteVersion, 14);
+    for (auto [version, entry, palette] :
+         {std::tuple{"AC1015", 0xFFFFFFu, 15}, {"AC1014", 0x123456u, 14}}) {
+        TrDwgPreview preview;
+        ReadInto(preview, MakeDwg(ThreeRecords(version, PaletteDib(0xFFFFFF, 0x123456))));
+        EXPECT_EQ(preview.m_crSentinelEntry, entry) << version;
+        EXPECT_EQ(preview.m_nPaletteVersion, palette) << version;
+    }
 
     DwgSampleSpec spec = ThreeRecords("AC1018", PaletteDib(0, 0));
     for (auto [writer, expected] : {std::pair{27, 17}, {25, 16}, {23, 15}, {0, 15}}) {
@@ -245,7 +242,7 @@ TEST_F(DwgPreviewTest, PaletteFittingFollowsVersionWriterAndSentinel) {
 TEST_F(DwgPreviewTest, DrawFitsThePictureToTheRectangleOnTheBackground) {
     const DibSpec spec = SizedDib(32, 20, 24);
     TrDwgPreview preview(0x00204060, false, false);
-    files.files[kPath] = MakeDwg(ThreeRecords("AC1015", Bytes(spec)));
+    files.files[kPath] = MakeDwg(ThreeRecords("AC1015", MakeDib(spec)));
     preview.SetFile(kPath);
     SoftwareCanvas canvas(120, 60);
     // 100 by 50 is wider than 32:20, so the picture is 80 wide, from column 10 + 10.
@@ -287,7 +284,7 @@ TEST_F(DwgPreviewTest, AMissingFileShowsItsErrorInRedLinesCentredInTheRectangle)
 }
 
 TEST_F(DwgPreviewTest, ABackgroundReadFillsTheHolderAndClearsItsFlag) {
-    files.files[kPath] = MakeDwg(ThreeRecords("AC1018", Bytes(SizedDib(10, 10, 8))));
+    files.files[kPath] = MakeDwg(ThreeRecords("AC1018", MakeDib(SizedDib(10, 10, 8))));
     TrDwgPreview preview;
     preview.SetFile(kPath);
     preview.m_bBackground = true;
@@ -302,7 +299,7 @@ TEST_F(DwgPreviewTest, ABackgroundReadFillsTheHolderAndClearsItsFlag) {
 }
 
 TEST_F(DwgPreviewTest, HolderKeepsItsFileAndMakesBitmaps) {
-    files.files[kPath] = MakeDwg(ThreeRecords("AC1015", Bytes(SizedDib(6, 4, 24))));
+    files.files[kPath] = MakeDwg(ThreeRecords("AC1015", MakeDib(SizedDib(6, 4, 24))));
     TrDwgPreview preview;
     EXPECT_FALSE(preview.IsFile(kPath));
     ASSERT_EQ(preview.Read(kPath, true), 1);
