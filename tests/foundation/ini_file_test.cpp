@@ -6,8 +6,8 @@
 #include <sstream>
 
 #include "platform/portable/portable_profile_file.h"
-#include "support/disk_file_system.h"
 #include "ports/port.h"
+#include "support/disk_file_system.h"
 #include "support/test_files.h"
 
 namespace fs = std::filesystem;
@@ -24,7 +24,26 @@ protected:
     ScopedPort<ProfileFile> profilePort{profile};
     std::wstring path = scratch.File(L"Company.worksets");
     HvIniFile ini{path, true};
+
+    Lines SectionNames() {
+        Lines names;
+        ini.GetSectionNames(names);
+        return names;
+    }
+    Lines LinesOf(const wchar_t* section) {
+        Lines lines;
+        ini.GetLines(section, lines);
+        return lines;
+    }
 };
+
+// Characters a list of lines takes in the classic double-zero-ended buffer.
+std::size_t BufferUsed(const Lines& lines) {
+    std::size_t used = 1;
+    for (const auto& line : lines)
+        used += line.size() + 1;
+    return used;
+}
 
 }  // namespace
 
@@ -86,9 +105,7 @@ TEST_F(IniFileTest, EmptyStringsRemoveKeysOnlyWhenAsked) {
 
 TEST_F(IniFileTest, SectionsAreEnsuredClearedCopiedRenamedAndDeleted) {
     ini.EnsureSection(L"Empty");
-    Lines names;
-    ini.GetSectionNames(names);
-    EXPECT_EQ(names, Lines{L"Empty"});
+    EXPECT_EQ(SectionNames(), Lines{L"Empty"});
     Lines keys{L"kept"};
     ini.GetKeys(L"Empty", keys);
     EXPECT_EQ(keys, Lines{L"kept"});
@@ -103,21 +120,13 @@ TEST_F(IniFileTest, SectionsAreEnsuredClearedCopiedRenamedAndDeleted) {
     EXPECT_FALSE(ini.RenameSection(L"Absent", L"Set"));
     EXPECT_FALSE(ini.CopySection(L"Absent", L"Set"));
     EXPECT_TRUE(ini.RenameSection(L"Set", L"Moved"));
-    names.clear();
-    ini.GetSectionNames(names);
-    EXPECT_EQ(names, (Lines{L"Empty", L"Moved"}));
-    Lines lines;
-    ini.GetLines(L"Moved", lines);
-    EXPECT_EQ(lines, (Lines{L"File1=a.dwg,0", L"File2=b.dwg,1"}));
+    EXPECT_EQ(SectionNames(), (Lines{L"Empty", L"Moved"}));
+    EXPECT_EQ(LinesOf(L"Moved"), (Lines{L"File1=a.dwg,0", L"File2=b.dwg,1"}));
 
     ini.ClearSection(L"Moved");
-    lines.clear();
-    ini.GetLines(L"Moved", lines);
-    EXPECT_TRUE(lines.empty());
+    EXPECT_TRUE(LinesOf(L"Moved").empty());
     ini.DeleteSection(L"Moved");
-    names.clear();
-    ini.GetSectionNames(names);
-    EXPECT_EQ(names, Lines{L"Empty"});
+    EXPECT_EQ(SectionNames(), Lines{L"Empty"});
 }
 
 TEST_F(IniFileTest, SectionMapDropsWhatFollowsASecondEquals) {
@@ -141,31 +150,19 @@ TEST_F(IniFileTest, StatedLimitsHoldAsUpperLimits) {
         bytes += "[Work set number " + std::to_string(i) + "]\n";
     scratch.Write(L"Company.worksets", bytes);
 
-    Lines lines;
-    ini.GetLines(L"big", lines);
-    std::size_t used = 1;
-    for (const auto& line : lines)
-        used += line.size() + 1;
-    EXPECT_LE(used, HvIniFile::kSectionLimit);
+    const Lines lines = LinesOf(L"big");
+    EXPECT_LE(BufferUsed(lines), HvIniFile::kSectionLimit);
     EXPECT_GT(lines.size(), 5000u);
     EXPECT_EQ(ini.GetString(L"v", L"k").size(), HvIniFile::kValueLimit - 1);
 
-    Lines names;
-    ini.GetSectionNames(names);
-    used = 1;
-    for (const auto& name : names)
-        used += name.size() + 1;
-    EXPECT_LE(used, HvIniFile::kValueLimit);
+    const Lines names = SectionNames();
+    EXPECT_LE(BufferUsed(names), HvIniFile::kValueLimit);
     EXPECT_EQ(names.front(), L"big");
 
     EXPECT_TRUE(ini.CopySection(L"big", L"copy"));
-    Lines copied;
-    ini.GetLines(L"copy", copied);
-    used = 1;
-    for (const auto& line : copied)
-        used += line.size() + 1;
-    EXPECT_LE(used, HvIniFile::kCopyLimit);
-    EXPECT_GT(used, HvIniFile::kCopyLimit - 20);
+    const std::size_t copied = BufferUsed(LinesOf(L"copy"));
+    EXPECT_LE(copied, HvIniFile::kCopyLimit);
+    EXPECT_GT(copied, HvIniFile::kCopyLimit - 20);
 }
 
 TEST_F(IniFileTest, StreamCopyIsATemporaryFileRemovedAtTheEnd) {
