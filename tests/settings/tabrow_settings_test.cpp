@@ -112,32 +112,34 @@ TEST_F(TabrowSettingsTest, AnEmptyStoreGivesEveryDefault) {
 
 TEST_F(TabrowSettingsTest, EveryKeySurvivesARoundTripThroughTheFile) {
     TabrowSettings s = Loaded();
-    int n = 1;
-    for (int* field : {&s.m_bLoadOnCommand,
-                       &s.m_bShowTips,
-                       &s.m_nTipWidth,
-                       &s.m_nTipDelay,
-                       &s.m_nTipRemain,
-                       &s.m_bShowFullPathInTips,
-                       &s.m_bShowDwgPropsInTips,
-                       &s.m_bShowFullPathInRefs,
-                       &s.m_bShowFullPathInSheetSets,
-                       &s.m_nSortBy,
-                       &s.m_bZoomExtentsOnSave,
-                       &s.m_bSwitchOnBusy,
-                       &s.m_bHideOnSingle,
-                       &s.m_nDockSide,
-                       &s.m_bFloating,
-                       &s.m_bTabMode,
-                       &s.m_bSortWorksets,
-                       &s.m_nNumSheetSets,
-                       &s.m_bAutoUpdatePreviews,
-                       &s.m_bShowDwgName,
-                       &s.m_bDwgNameAbove,
-                       &s.m_bScrollOverflow,
-                       &s.m_nScrollBarSize}) {
-        *field = 1000 + n++;  // no range is enforced: any number goes through as it is
-    }
+    // The whole-number fields Save writes; no range is enforced: any number goes through as it is.
+    using S = TabrowSettings;
+    int S::*const saved[] = {&S::m_bLoadOnCommand,
+                             &S::m_bShowTips,
+                             &S::m_nTipWidth,
+                             &S::m_nTipDelay,
+                             &S::m_nTipRemain,
+                             &S::m_bShowFullPathInTips,
+                             &S::m_bShowDwgPropsInTips,
+                             &S::m_bShowFullPathInRefs,
+                             &S::m_bShowFullPathInSheetSets,
+                             &S::m_nSortBy,
+                             &S::m_bZoomExtentsOnSave,
+                             &S::m_bSwitchOnBusy,
+                             &S::m_bHideOnSingle,
+                             &S::m_nDockSide,
+                             &S::m_bFloating,
+                             &S::m_bTabMode,
+                             &S::m_bSortWorksets,
+                             &S::m_nNumSheetSets,
+                             &S::m_bAutoUpdatePreviews,
+                             &S::m_bShowDwgName,
+                             &S::m_bDwgNameAbove,
+                             &S::m_bScrollOverflow,
+                             &S::m_nScrollBarSize};
+    int n = 1001;
+    for (int S::*field : saved)
+        s.*field = n++;
     s.m_clrBackground = 0x010203;
     s.m_clrTitleBack = 0x040506;
     s.m_clrTitleText = 0x070809;
@@ -165,11 +167,8 @@ TEST_F(TabrowSettingsTest, EveryKeySurvivesARoundTripThroughTheFile) {
     RegFileStore restarted(RegFileStore::DefaultPath());
     ScopedPort<KeyValueStore> port(restarted);
     const TabrowSettings r = Loaded();
-    EXPECT_EQ(r.m_bLoadOnCommand, 1001);
-    EXPECT_EQ(r.m_nScrollBarSize, s.m_nScrollBarSize);
-    EXPECT_EQ(r.m_nDockSide, s.m_nDockSide);
-    EXPECT_EQ(r.m_nSortBy, s.m_nSortBy);
-    EXPECT_EQ(r.m_bShowDwgName, s.m_bShowDwgName);
+    for (int S::*field : saved)
+        EXPECT_EQ(r.*field, s.*field) << "the field set to " << s.*field;
     EXPECT_EQ(r.m_clrBackground, 0x010203u);
     EXPECT_EQ(r.m_clrTitleText, 0x070809u);
     EXPECT_EQ(r.m_clrReadOnly, 0xFFFFFFu);
