@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
+
 namespace {
 
 class EventLog : public EditorReactor, public DocManagerReactor {
@@ -42,9 +44,13 @@ private:
     SimHost& m_host;
 };
 
-TEST(SimSession, DocumentsComeAndGoWithTheHostsEventsInOrder) {
+class SimSession : public testing::Test {
+protected:
     SimHost host;
-    EventLog events(host);
+    EventLog events{host};
+};
+
+TEST_F(SimSession, DocumentsComeAndGoWithTheHostsEventsInOrder) {
     HostDocument* site = host.OpenDrawing(L"C:\\jobs\\site.dwg");
     HostDocument* fresh = host.NewDrawing();
     host.Activate(site);
@@ -66,9 +72,7 @@ TEST(SimSession, DocumentsComeAndGoWithTheHostsEventsInOrder) {
     EXPECT_EQ(host.DatabasePort().WorkingDatabase(), nullptr);
 }
 
-TEST(SimSession, SavingClearsDbmodUnlessTheDrawingIsReadOnly) {
-    SimHost host;
-    EventLog events(host);
+TEST_F(SimSession, SavingClearsDbmodUnlessTheDrawingIsReadOnly) {
     HostDocument* doc = host.OpenDrawing(L"/jobs/plan.dwg");
     EXPECT_EQ(host.GetVariable(L"DBMOD"), L"0");
     host.Modify(doc);
@@ -86,9 +90,7 @@ TEST(SimSession, SavingClearsDbmodUnlessTheDrawingIsReadOnly) {
     EXPECT_TRUE(host.IsReadOnly(locked));
 }
 
-TEST(SimSession, SaveAsTakesItsNameFromTheDialogAndACancelledDialogCancelsTheCommand) {
-    SimHost host;
-    EventLog events(host);
+TEST_F(SimSession, SaveAsTakesItsNameFromTheDialogAndACancelledDialogCancelsTheCommand) {
     HostDocument* doc = host.NewDrawing();
     host.Modify(doc);
     host.Type(L"QSAVE");  // never saved: asks for a name, and none comes
@@ -104,9 +106,7 @@ TEST(SimSession, SaveAsTakesItsNameFromTheDialogAndACancelledDialogCancelsTheCom
                               L"saved new.dwg /jobs/new.dwg", L"end SAVEAS"}));
 }
 
-TEST(SimSession, AStartedCommandKeepsTheDrawingBusyUntilItEnds) {
-    SimHost host;
-    EventLog events(host);
+TEST_F(SimSession, AStartedCommandKeepsTheDrawingBusyUntilItEnds) {
     HostDocument* doc = host.OpenDrawing(L"/jobs/plan.dwg");
     host.StartCommand(L"LINE");
     EXPECT_FALSE(host.IsQuiescent(doc));
@@ -120,10 +120,9 @@ TEST(SimSession, AStartedCommandKeepsTheDrawingBusyUntilItEnds) {
                                          L"end LINE"}));
 }
 
-TEST(SimSession, LispRunsItsCommandsBetweenItsOwnEventsAndAutosavesNeedNoCommand) {
-    SimHost host;
+TEST_F(SimSession, LispRunsItsCommandsBetweenItsOwnEventsAndAutosavesNeedNoCommand) {
     HostDocument* doc = host.OpenDrawing(L"/jobs/plan.dwg");
-    EventLog events(host);
+    events.log.clear();
     host.RunLisp(L"(command \"LINE\")", {L"LINE"});
     host.RunLisp(L"(command \"REGEN\")", {L"REGEN"}, true);
     host.Modify(doc);
@@ -136,8 +135,7 @@ TEST(SimSession, LispRunsItsCommandsBetweenItsOwnEventsAndAutosavesNeedNoCommand
                                          L"saved plan.dwg C:\\Temp\\plan.dwg_1_1_0001.sv$"}));
 }
 
-TEST(SimSession, CommandsRunByNameAndGroupsGoTogether) {
-    SimHost host;
+TEST_F(SimSession, CommandsRunByNameAndGroupsGoTogether) {
     int runs = 0;
     std::wstring seen;
     EXPECT_TRUE(host.AddCommand({L"G1", L"ONE", L"ONE", 0, [&] {
@@ -157,8 +155,7 @@ TEST(SimSession, CommandsRunByNameAndGroupsGoTogether) {
     EXPECT_EQ(host.CommandLine().back(), L"Unknown command \"ONE\".  Press F1 for help.");
 }
 
-TEST(SimSession, SystemVariablesKnowTheirNamesAndReadOnlyOnesRefuse) {
-    SimHost host;
+TEST_F(SimSession, SystemVariablesKnowTheirNamesAndReadOnlyOnesRefuse) {
     for (const wchar_t* name :
          {L"CMDNAMES", L"DBMOD", L"CVPORT", L"CPROFILE", L"SSMAUTOOPEN", L"BACKGROUNDPLOT"}) {
         EXPECT_TRUE(host.GetVariable(name).has_value()) << name;
@@ -175,8 +172,7 @@ TEST(SimSession, SystemVariablesKnowTheirNamesAndReadOnlyOnesRefuse) {
               host.DatabaseOf(doc).PaperSpaceId());
 }
 
-TEST(SimSession, PrintedTextIsSplitIntoLinesAndPartialLinesWait) {
-    SimHost host;
+TEST_F(SimSession, PrintedTextIsSplitIntoLinesAndPartialLinesWait) {
     host.Print(L"\nfirst");
     host.Print(L" half\nsecond\n");
     host.Print(L"pending");
@@ -184,8 +180,7 @@ TEST(SimSession, PrintedTextIsSplitIntoLinesAndPartialLinesWait) {
     EXPECT_EQ(host.CommandLineText(), L"\nfirst half\nsecond\npending");
 }
 
-TEST(SimSession, MessageBoxesAreAnsweredFromTheQueueAndRecorded) {
-    SimHost host;
+TEST_F(SimSession, MessageBoxesAreAnsweredFromTheQueueAndRecorded) {
     host.QueueAnswer(mb::kIdNo);
     EXPECT_EQ(host.Show(L"Save changes?", L"", mb::kYesNoCancel), mb::kIdNo);
     EXPECT_EQ(host.Show(L"Done", L"Tabrow", mb::kOk), mb::kIdOk);  // empty queue
@@ -194,29 +189,30 @@ TEST(SimSession, MessageBoxesAreAnsweredFromTheQueueAndRecorded) {
     EXPECT_EQ(host.MessageBoxesShown()[1].caption, L"Tabrow");
 }
 
-TEST(SimSession, AutomationCanBeMissingOrToldToFail) {
-    SimHost host;
+TEST_F(SimSession, AutomationCanBeMissingOrToldToFail) {
     HostApplication* app = host.QueryApplication();
     EXPECT_EQ(host.AutomationReferences(), 1);
     host.Release(app);
     EXPECT_THROW(host.Release(app), std::logic_error);
 
+    auto failure = [this]() -> std::optional<ComError> {
+        try {
+            host.QueryApplication();
+        } catch (const ComError& e) {
+            return e;
+        }
+        return std::nullopt;
+    };
     host.FailAutomation(hr::kFail, L"Unspecified error");
-    try {
-        host.QueryApplication();
-        FAIL() << "the failure was not raised";
-    } catch (const ComError& e) {
-        EXPECT_EQ(e.Error(), hr::kFail);
-        EXPECT_EQ(e.Description(), L"Unspecified error");
-    }
+    std::optional<ComError> raised = failure();
+    ASSERT_TRUE(raised) << "the failure was not raised";
+    EXPECT_EQ(raised->Error(), hr::kFail);
+    EXPECT_EQ(raised->Description(), L"Unspecified error");
     host.ClearAutomationFailure();
     host.SetHasAutomation(false);
-    try {
-        host.QueryApplication();
-        FAIL() << "a host without automation answered";
-    } catch (const ComError& e) {
-        EXPECT_EQ(e.Error(), hr::kNoInterface);
-    }
+    raised = failure();
+    ASSERT_TRUE(raised) << "a host without automation answered";
+    EXPECT_EQ(raised->Error(), hr::kNoInterface);
 }
 
 TEST(SimRegistry, KeysCompareWithoutCaseAndEmptyPartsAreIgnored) {
