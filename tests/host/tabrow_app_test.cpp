@@ -52,17 +52,18 @@ protected:
     std::size_t Count(const std::wstring& needle) {
         std::wstring all = host.CommandLineText();
         std::size_t n = 0;
-        for (auto at = all.find(needle); at != std::wstring::npos; at = all.find(needle, at + 1)) {
+        for (auto at = all.find(needle); at != std::wstring::npos; at = all.find(needle, at + 1))
             ++n;
-        }
         return n;
     }
-    std::size_t FrameMoves() {
-        std::size_t n = 0;
+    std::vector<SimWindowSystem::MoveRecord> FrameMoveList() {
+        std::vector<SimWindowSystem::MoveRecord> moves;
         for (const auto& move : host.Windows().Moves())
-            n += move.window == g_hwndFrame;
-        return n;
+            if (move.window == g_hwndFrame)
+                moves.push_back(move);
+        return moves;
     }
+    std::size_t FrameMoves() { return FrameMoveList().size(); }
 
     ScratchFolder scratch;
     SimFileSystem files{scratch.Folder()};
@@ -72,7 +73,7 @@ protected:
     bool m_loaded = false;
 };
 
-TEST_F(TabrowSession, LoadAtHostStartRegistersCommandsCreatesTheBarAndPrintsTheBanner) {
+TEST_F(TabrowSession, LoadAtHostStartRegistersCommandsCreatesTheBarPrintsTheBannerAndAnswersAbout) {
     HostDocument* doc = host.OpenDrawing(L"C:\\jobs\\site.dwg");
     Load();
 
@@ -106,6 +107,10 @@ TEST_F(TabrowSession, LoadAtHostStartRegistersCommandsCreatesTheBarAndPrintsTheB
     EXPECT_TRUE(host.MessageBoxesShown().empty());
     // Reading the settings left the root key behind.
     EXPECT_TRUE(host.Registry().KeyExists(RegHive::CurrentUser, kSettingsKey));
+
+    host.Type(L"TRABOUT");
+    ASSERT_EQ(host.MessageBoxesShown().size(), 1u);
+    EXPECT_EQ(host.MessageBoxesShown()[0].text.rfind(L"Tabrow 2.0 (build 97)", 0), 0u);
 }
 
 TEST_F(TabrowSession, DemandLoadKeysFollowLoadOnCommand) {
@@ -136,11 +141,7 @@ TEST_F(TabrowSession, LoadByApploadTakesTheBarsRoomAtOnce) {
     win::RECT frame = host.Windows().RectInParent(host.Windows().HostFrame());
     ASSERT_TRUE(host.Type(L"appload"));
 
-    std::vector<SimWindowSystem::MoveRecord> moves;
-    for (const auto& move : host.Windows().Moves()) {
-        if (move.window == g_hwndFrame)
-            moves.push_back(move);
-    }
+    const auto moves = FrameMoveList();
     ASSERT_EQ(moves.size(), 2u);
     EXPECT_EQ(moves[0].rect,
               (win::RECT{frame.left + 10, frame.top + 10, frame.right - 10, frame.bottom - 10}));
@@ -309,13 +310,6 @@ TEST_F(TabrowSession, AStoreThatRefusesWritesNeitherStopsTheLoadNorSaysSo) {
     host.Type(L"TROFF");
     Unload();
     EXPECT_FALSE(Value(kSettingsKey, L"On"));
-}
-
-TEST_F(TabrowSession, AboutShowsTheFullNameAndBuild) {
-    Load();
-    host.Type(L"TRABOUT");
-    ASSERT_EQ(host.MessageBoxesShown().size(), 1u);
-    EXPECT_EQ(host.MessageBoxesShown()[0].text.rfind(L"Tabrow 2.0 (build 97)", 0), 0u);
 }
 
 }  // namespace
