@@ -10,7 +10,6 @@ SimWindowSystem::SimWindowSystem() {
     m_frame = Make(nullptr, L"HostFrame", win::RECT{0, 0, 1920, 1040}, ws::kVisible);
     m_mdiClient = Make(m_frame, L"MDIClient", win::RECT{0, 60, 1920, 880},
                        ws::kChild | ws::kVisible | ws::kClipChildren);
-    Window(m_mdiClient).controlId = kMdiClientId;
     m_cmdContainer = Make(m_frame, L"CommandBar", win::RECT{0, 880, 1920, 1020},
                           ws::kChild | ws::kVisible | ws::kClipChildren);
     m_cmdWnd = Make(m_cmdContainer, L"CommandWindow", win::RECT{0, 0, 1920, 140},

@@ -29,7 +29,6 @@ struct SimWindow {
     bool zoomed = false;
     SimProcedure* procedure = nullptr;  // owned by the window system
     int redraws = 0;
-    int controlId = 0;
     WindowMessageHandler* handler = nullptr;  // not owned
     struct Timer {
         unsigned period = 0;
@@ -84,7 +83,6 @@ public:
     unsigned Style(HostWindow* window) override;
     void ModifyStyle(HostWindow* window, unsigned remove, unsigned add) override;
     void SetParent(HostWindow* window, HostWindow* parent) override;
-    int ControlId(HostWindow* window) override { return Window(window).controlId; }
     win::RECT MdiClientRoom(HostWindow* frame) override;
     int SystemMetric(int index) override;
     void SetMessageHandler(HostWindow* window, WindowMessageHandler* handler) override;
@@ -105,7 +103,6 @@ public:
     // The frame's own bars: the toolbars above the MDI client, the status bar at the bottom.
     static constexpr int kToolbarsHeight = 60;
     static constexpr int kStatusBarHeight = 20;
-    static constexpr int kMdiClientId = 0xE900;
 
 private:
     HostWindow* Make(HostWindow* parent, const std::wstring& className, const win::RECT& rect,

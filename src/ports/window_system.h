@@ -64,8 +64,6 @@ public:
 
     // Parent changes keep the rectangle's numbers, now in the new parent's coordinates.
     virtual void SetParent(HostWindow* window, HostWindow* parent) = 0;
-    // The window's child id (GetDlgCtrlID).
-    virtual int ControlId(HostWindow* window) = 0;
     // The room that a frame's control bars leave for its MDI client, in the frame's client
     // coordinates (RepositionBars with reposQuery).
     virtual win::RECT MdiClientRoom(HostWindow* frame) = 0;
