@@ -18,6 +18,8 @@ bool IsKindOf(DbClass actual, DbClass asked) {
             case DbClass::kRasterImage:
             case DbClass::kOle2Frame:
             case DbClass::kViewport:
+            case DbClass::kAttribute:
+            case DbClass::kAttributeDefinition:
                 return true;
             default:
                 return false;

@@ -44,6 +44,9 @@ enum class DbClass {
     kRasterImageDef,
     kOle2Frame,
     kViewport,
+    kAttribute,
+    kAttributeDefinition,
+    kVisualStyle,
 };
 
 enum class DbOpenMode : std::int32_t { kForRead = 0, kForWrite = 1, kForNotify = 2 };

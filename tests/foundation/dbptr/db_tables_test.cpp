@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 #include "platform/sim/sim_host.h"
 
 namespace {
@@ -42,6 +44,42 @@ TEST_F(DbPtrTest, AnOpenByClassTellsTheKindOfAnEntity) {
         EXPECT_EQ(db.OpenCount(), 2);
     }
     EXPECT_EQ(db.OpenCount(), 0);  // the destructors closed what they opened
+}
+
+// Every class the pointers open by: an object of that class opens, an entity opens as an
+// entity too, and an object of another class is refused.
+struct ClassCase {
+    const char* name;
+    DbClass cls;
+    bool (*opens)(DbObjectId id);
+    bool isEntity;
+};
+#define TABROW_OPENS(T) \
+    #T, DbClass::k##T, [](DbObjectId id) { return HvPtr<AcDb##T>(id).m_pObj != nullptr; }
+// clang-format off
+const ClassCase kClassCases[] = {
+    {TABROW_OPENS(RasterImage), true},     {TABROW_OPENS(RasterImageDef), false},
+    {TABROW_OPENS(Ole2Frame), true},       {TABROW_OPENS(Viewport), true},
+    {TABROW_OPENS(BlockReference), true},  {TABROW_OPENS(Layout), false},
+    {TABROW_OPENS(VisualStyle), false},    {TABROW_OPENS(Attribute), true},
+    {TABROW_OPENS(AttributeDefinition), true},
+};
+// clang-format on
+#undef TABROW_OPENS
+
+TEST_F(DbPtrTest, EachClassInstanceOpensItsOwnClassOnly) {
+    DbObjectId line = db.AddEntity(db.ModelSpaceId(), DbClass::kLine);
+    DbObjectId plain = db.AddDictionaryEntry(L"PLAIN", DbClass::kObject);
+    for (const ClassCase& c : kClassCases) {
+        SCOPED_TRACE(c.name);
+        DbObjectId id = c.isEntity ? db.AddEntity(db.ModelSpaceId(), c.cls)
+                                   : db.AddDictionaryEntry(std::wstring(c.name, c.name + std::strlen(c.name)), c.cls);
+        EXPECT_TRUE(c.opens(id));
+        EXPECT_FALSE(c.opens(line));
+        EXPECT_FALSE(c.opens(plain));
+        EXPECT_EQ(HvPtr<AcDbEntity>(id).m_pObj != nullptr, c.isEntity);
+    }
+    EXPECT_EQ(db.OpenCount(), 0);
 }
 
 TEST_F(DbPtrTest, WriteOpensExcludeEachOtherAndLockingIsReleasedRightAfter) {
