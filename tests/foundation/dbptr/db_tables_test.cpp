@@ -109,7 +109,7 @@ TEST_F(DbPtrTest, SpacesOpenByNameAndByTheCurrentSpace) {
 TEST_F(DbPtrTest, GetBlocksAppliesItsFiveSwitches) {
     DbObjectId named = db.AddBlock(L"Door");
     DbObjectId anonymous = db.AddBlock(L"*U1", DbBlockFlags{true, false, false, false});
-    DbObjectId xref = db.AddXref(L"Base", L"C:\\refs\\base.dwg", nullptr);
+    DbObjectId xref = db.AddXref(L"Base", L"C:\\refs\\base.dwg");
     DbObjectId dependent = db.AddBlock(L"Base|Window", DbBlockFlags{false, false, false, true});
 
     AcDbBlockTablePtr table;

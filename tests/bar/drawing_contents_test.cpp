@@ -1,0 +1,240 @@
+#include "bar/drawing_contents.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <vector>
+
+#include "bar/view_layout.h"
+#include "platform/sim/sim_file_system.h"
+#include "platform/sim/sim_host.h"
+#include "support/test_files.h"
+
+namespace {
+
+using Texts = std::vector<std::wstring>;
+const Texts kNone{kNoneFound};
+enum Kind { kLayouts, kXrefs, kImages, kOleLinks, kHyperlinks, kLayerStates, kViews, kKinds };
+
+// Every lister over one database in the menu's order, from the menu's first id.
+struct Listing {
+    TrTextRows layouts, states;
+    TrPathRows xrefs, images, oleLinks, hyperlinks;
+    TrViewRows views;
+    unsigned next = 5000;
+
+    Listing(HostDatabase* db, bool bNoneFound = true) {
+        ListLayouts(&next, &layouts, db, bNoneFound);
+        ListReferences(&next, &xrefs, &images, &oleLinks, &hyperlinks, db, bNoneFound);
+        ListLayerStates(&next, &states, db, bNoneFound);
+        ListViews(&next, &views, db, bNoneFound);
+    }
+    // The row texts of each kind, after checking that the ids run on without a gap.
+    std::vector<Texts> ByKind() const {
+        std::vector<Texts> texts(kKinds);
+        unsigned expected = 5000;
+        auto take = [&](Kind kind, const auto& rows, auto text) {
+            for (const auto& [id, row] : rows) {
+                EXPECT_EQ(id, expected++);
+                texts[kind].push_back(text(row));
+            }
+        };
+        auto asText = [](const std::wstring& s) { return s; };
+        auto asPath = [](const CFilePath& p) { return p.GetPath(); };
+        take(kLayouts, layouts, asText);
+        take(kXrefs, xrefs, asPath);
+        take(kImages, images, asPath);
+        take(kOleLinks, oleLinks, asPath);
+        take(kHyperlinks, hyperlinks, asPath);
+        take(kLayerStates, states, asText);
+        take(kViews, views, [](const ViewItem& v) { return v.strName; });
+        EXPECT_EQ(next, expected);
+        return texts;
+    }
+};
+
+class DrawingContentsTest : public ::testing::Test {
+protected:
+    ScratchFolder scratch;
+    SimFileSystem files{scratch.Folder()};
+    ScopedPort<FileSystem> disk{files};
+    std::unique_ptr<SimHost> host = std::make_unique<SimHost>();
+    HostDocument* doc = host->OpenDrawing(L"C:\\jobs\\site.dwg");
+    SimDatabase* db = &host->DatabaseOf(doc);
+
+    void NewDrawing() {
+        host.reset();
+        host = std::make_unique<SimHost>();
+        doc = host->OpenDrawing(L"C:\\jobs\\site.dwg");
+        db = &host->DatabaseOf(doc);
+    }
+    DbObjectId Model() const { return db->ModelSpaceId(); }
+};
+
+// How to put the i-th thing of a kind into a drawing, and the row it gives.
+struct KindCase {
+    Kind kind;
+    std::wstring (*add)(SimDatabase& db, int i);
+    Texts base;  // what a new drawing lists
+};
+std::wstring N(const wchar_t* prefix, int i) { return prefix + std::to_wstring(i); }
+const KindCase kKindCases[] = {
+    {kLayouts, [](SimDatabase& db, int i) { return db.AddLayout(N(L"Sheet ", i), i + 2), N(L"Sheet ", i); },
+     {L"Model", L"Layout1"}},
+    {kXrefs, [](SimDatabase& db, int i) { return db.AddXref(N(L"X", i), N(L"C:\\refs\\x", i)), N(L"C:\\refs\\x", i); }, {}},
+    {kImages, [](SimDatabase& db, int i) { return db.AddImage(db.ModelSpaceId(), db.AddImageDef(N(L"C:\\img\\", i))), N(L"C:\\img\\", i); }, {}},
+    {kOleLinks, [](SimDatabase& db, int i) { return db.AddOleFrame(db.ModelSpaceId(), 1, N(L"C:\\ole\\", i)), N(L"C:\\ole\\", i); }, {}},
+    {kHyperlinks, [](SimDatabase& db, int i) { db.AddHyperlink(db.AddEntity(db.ModelSpaceId(), DbClass::kLine), N(L"http://h/", i)); return N(L"http://h/", i); }, {}},
+    {kLayerStates, [](SimDatabase& db, int i) { return db.AddLayerState(N(L"State ", i)), N(L"State ", i); }, {}},
+    {kViews, [](SimDatabase& db, int i) { return db.AddView(N(L"View ", i)), N(L"View ", i); }, {}},
+};
+
+TEST_F(DrawingContentsTest, EachListerGivesNoneOneOrManyRowsOnTheRunningCounter) {
+    for (const KindCase& c : kKindCases) {
+        for (int count : {0, 1, 3}) {
+            SCOPED_TRACE(testing::Message() << "kind " << c.kind << ", " << count << " added");
+            NewDrawing();
+            Texts added = c.base;
+            for (int i = 0; i < count; ++i)
+                added.push_back(c.add(*db, i));
+            std::vector<Texts> texts = Listing(db->Handle()).ByKind();
+            for (const KindCase& other : kKindCases) {
+                Texts expected = other.kind == c.kind ? added : other.base;
+                EXPECT_EQ(texts[other.kind], expected.empty() ? kNone : expected);
+            }
+            EXPECT_EQ(Listing(db->Handle(), false).ByKind()[c.kind], added);
+            EXPECT_EQ(db->OpenCount(), 0);
+        }
+    }
+}
+
+TEST_F(DrawingContentsTest, ANullDatabaseGivesOneNoneFoundRowInEveryList) {
+    Listing listing(nullptr, false);
+    EXPECT_EQ(listing.ByKind(), std::vector<Texts>(kKinds, kNone));
+    EXPECT_TRUE(listing.views.at(5006).bModelSpace);
+}
+
+TEST_F(DrawingContentsTest, ReferencesAreListedOncePerTextAndOnlyWhenReadable) {
+    db->AddXref(L"A", L"C:\\Refs\\Base.dwg");
+    db->AddXref(L"B", L"c:\\refs\\BASE.DWG");     // the same file in other letters
+    db->AddXref(L"C", L"C:\\refs\\gone.dwg", false);  // not resolved
+    db->AddXref(L"D", L"");                            // a database without a name
+    DbObjectId def = db->AddImageDef(L"C:\\Refs\\Base.dwg");
+    db->AddImage(Model(), def);
+    db->AddImage(db->PaperSpaceId(), def);
+    db->AddImage(Model(), db->AddImageDef(L""));
+    db->Erase(db->AddImage(Model(), db->AddImageDef(L"C:\\img\\erased.png")));
+    DbObjectId door = db->AddBlock(L"Door");
+    db->AddImage(door, db->AddImageDef(L"C:\\img\\in-a-block.png"));  // not in a layout
+    db->FailOpens(db->AddOleFrame(Model(), 1, L"C:\\ole\\locked.xls"), dbs::kWasOpenForWrite);
+    db->AddOleFrame(Model(), 2, L"C:\\ole\\embedded.doc");
+    db->AddOleFrame(Model(), 1, L"C:\\" + std::wstring(257, L'x'));  // no room for the end
+    db->AddOleFrame(Model(), 1, L"C:\\" + std::wstring(256, L'y'));
+    db->AddHyperlink(door, L"http://door");
+    db->AddHyperlink(door, L"http://shared");
+    DbObjectId ref = db->AddBlockReference(Model(), door);
+    db->AddHyperlink(db->AddEntity(Model(), DbClass::kLine), L"HTTP://SHARED");
+    db->AddHyperlink(ref, L"http://ref");
+
+    std::vector<Texts> texts = Listing(db->Handle()).ByKind();
+    EXPECT_EQ(texts[kXrefs], (Texts{L"C:\\Refs\\Base.dwg"}));
+    EXPECT_EQ(texts[kImages], (Texts{L"C:\\Refs\\Base.dwg"}));
+    EXPECT_EQ(texts[kOleLinks], (Texts{L"C:\\" + std::wstring(256, L'y')}));
+    EXPECT_EQ(texts[kHyperlinks], (Texts{L"http://ref", L"HTTP://SHARED", L"http://door"}));
+    EXPECT_EQ(db->OpenCount(), 0);
+
+    db->RemoveTable(DbClass::kBlockTable);
+    Listing noTable(db->Handle());
+    EXPECT_TRUE(noTable.xrefs.empty() && noTable.hyperlinks.empty() && noTable.layouts.empty());
+}
+
+TEST_F(DrawingContentsTest, MissingManagersTablesAndRecordsGiveFewerRows) {
+    db->SetHasLayerStateManager(false);
+    db->AddLayerState(L"Hidden");
+    db->AddView(L"Base|Plan", true);  // a view of an attached xref
+    db->FailOpens(db->AddView(L"Locked"), dbs::kWasOpenForWrite);
+    db->AddView(L"Open");
+    std::vector<Texts> texts = Listing(db->Handle()).ByKind();
+    EXPECT_EQ(texts[kLayerStates], kNone);
+    EXPECT_EQ(texts[kViews], (Texts{L"Open"}));
+    db->RemoveTable(DbClass::kViewTable);
+    EXPECT_EQ(Listing(db->Handle()).ByKind()[kViews], kNone);
+}
+
+// The user's part of the list dialog: picks the row called `pick`, or cancels when it is empty.
+struct DialogAnswer {
+    std::wstring pick;
+    std::vector<CListDialog> shown;
+    ListDialogRunner Runner() {
+        return [this](CListDialog& dialog) {
+            shown.push_back(dialog);
+            std::vector<bool> flags;
+            for (const std::wstring& item : dialog.m_items)
+                flags.push_back(item == pick);
+            dialog.OnSelChange(flags);
+            return !pick.empty();
+        };
+    }
+};
+
+TEST_F(DrawingContentsTest, APaperSpaceViewIsFoundAgainByItsMarker) {
+    db->AddPaperspaceView(L"North wing", {10, 20});  // saved before the marker existed
+    DialogAnswer never;
+    EXPECT_EQ(SelectViewLayout(L"North wing", doc, never.Runner()), L"Layout1");
+    EXPECT_TRUE(never.shown.empty());  // one layout: no question
+    db->AddView(L"South");             // a view saved from the menu in paper space
+    SetViewLayout(L"South", L"Layout1", doc);
+    EXPECT_EQ(host->DatabasePort().LocksTaken(), 2);
+    EXPECT_EQ(host->DatabasePort().LockDepth(), 0);
+    TrViewRows views = Listing(db->Handle()).views;
+    ASSERT_EQ(views.size(), 2u);
+    EXPECT_EQ(views.begin()->second, (ViewItem{false, L"North wing", L"Layout1", {10, 20}}));
+    EXPECT_EQ(views.rbegin()->second.strLayout, L"Layout1");
+    EXPECT_FALSE(views.rbegin()->second.bModelSpace);
+}
+
+TEST_F(DrawingContentsTest, WithSeveralLayoutsTheUserChoosesOrCancels) {
+    db->AddLayout(L"Sheet B", 2);
+    db->AddView(L"East");
+    DialogAnswer cancel, pickB{L"Sheet B", {}};
+    EXPECT_EQ(SelectViewLayout(L"East", doc, cancel.Runner()), L"");
+    EXPECT_EQ(GetViewLayout(L"East", db->Handle()), L"");
+    EXPECT_EQ(SelectViewLayout(L"East", doc, pickB.Runner()), L"Sheet B");
+    ASSERT_EQ(pickB.shown.size(), 1u);
+    EXPECT_EQ(pickB.shown[0].m_strTitle, L"Select Layout for 'East'");
+    EXPECT_EQ(pickB.shown[0].m_items, (Texts{L"Layout1", L"Sheet B"}));
+    EXPECT_EQ(GetViewLayout(L"East", db->Handle()), L"Sheet B");
+}
+
+TEST_F(DrawingContentsTest, AMarkerIsNotWrittenWhenItsApplicationCannotBeRegistered) {
+    db->AddView(L"West");
+    db->RemoveTable(DbClass::kRegAppTable);
+    SetViewLayout(L"West", L"Layout1", doc);
+    EXPECT_EQ(host->CommandLineText(), L"Unable to register HVNE_TABROW appid - eNotThatKindOfClass");
+    EXPECT_EQ(host->DatabasePort().LockDepth(), 0);
+    EXPECT_EQ(Listing(db->Handle()).views.begin()->second.bModelSpace, true);
+    host->DatabasePort().RefuseLocks(dbs::kLockViolation);
+    SetViewLayout(L"West", L"Layout1", doc);  // no lock, no write, no word
+    EXPECT_EQ(host->DatabasePort().LocksTaken(), 1);
+}
+
+TEST(ListDialogTest, TheInitialTextIsSelectedAndSelectionsFollowTheList) {
+    struct Case {
+        std::wstring initial;
+        int row;
+    };
+    for (const Case& c : {Case{L"", -1}, Case{L"sheet", 1}, Case{L"Layout1", 0}, Case{L"Z", -1}}) {
+        CListDialog dialog;
+        dialog.m_items = {L"Layout1", L"Sheet B", L"Sheet C"};
+        dialog.m_strInitial = c.initial;
+        EXPECT_EQ(dialog.OnInitDialog(), c.row) << c.initial;
+        EXPECT_EQ(dialog.m_selected, c.initial.empty() ? Texts{} : Texts{c.initial});
+        dialog.OnSelChange({false, true, true});
+        EXPECT_EQ(dialog.m_selected, (Texts{L"Sheet B", L"Sheet C"}));
+    }
+    CListDialog dialog;
+    EXPECT_EQ(dialog.SetItems({}), -1);
+    EXPECT_EQ(dialog.SetItems({L"A"}), 0);
+}
+
+}  // namespace
