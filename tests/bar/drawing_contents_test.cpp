@@ -31,26 +31,23 @@ struct Listing {
     }
     // The row texts of each kind, after checking that the ids run on without a gap.
     std::vector<Texts> ByKind() const {
-        std::vector<Texts> texts(kKinds);
+        std::vector<Texts> texts;
         unsigned expected = 5000;
-        auto take = [&](Kind kind, const auto& rows, auto text) {
+        auto take = [&](const auto& rows) {
+            texts.emplace_back();
             for (const auto& [id, row] : rows) {
                 EXPECT_EQ(id, expected++);
-                texts[kind].push_back(text(row));
+                texts.back().push_back(Text(row));
             }
         };
-        auto asText = [](const std::wstring& s) { return s; };
-        auto asPath = [](const CFilePath& p) { return p.GetPath(); };
-        take(kLayouts, layouts, asText);
-        take(kXrefs, xrefs, asPath);
-        take(kImages, images, asPath);
-        take(kOleLinks, oleLinks, asPath);
-        take(kHyperlinks, hyperlinks, asPath);
-        take(kLayerStates, states, asText);
-        take(kViews, views, [](const ViewItem& v) { return v.strName; });
+        take(layouts), take(xrefs), take(images), take(oleLinks), take(hyperlinks);
+        take(states), take(views);
         EXPECT_EQ(next, expected);
         return texts;
     }
+    static std::wstring Text(const std::wstring& s) { return s; }
+    static std::wstring Text(const CFilePath& p) { return p.GetPath(); }
+    static std::wstring Text(const ViewItem& v) { return v.strName; }
 };
 
 class DrawingContentsTest : public ::testing::Test {
@@ -58,10 +55,11 @@ protected:
     ScratchFolder scratch;
     SimFileSystem files{scratch.Folder()};
     ScopedPort<FileSystem> disk{files};
-    std::unique_ptr<SimHost> host = std::make_unique<SimHost>();
-    HostDocument* doc = host->OpenDrawing(L"C:\\jobs\\site.dwg");
-    SimDatabase* db = &host->DatabaseOf(doc);
+    std::unique_ptr<SimHost> host;
+    HostDocument* doc = nullptr;
+    SimDatabase* db = nullptr;
 
+    DrawingContentsTest() { NewDrawing(); }
     void NewDrawing() {
         host.reset();
         host = std::make_unique<SimHost>();
@@ -71,23 +69,25 @@ protected:
     DbObjectId Model() const { return db->ModelSpaceId(); }
 };
 
-// How to put the i-th thing of a kind into a drawing, and the row it gives.
+// How to put the i-th thing of a kind, whose row reads `text`, into a drawing.
 struct KindCase {
     Kind kind;
-    std::wstring (*add)(SimDatabase& db, int i);
+    const wchar_t* prefix;
+    void (*add)(SimDatabase& db, const std::wstring& text, int i);
     Texts base;  // what a new drawing lists
 };
-std::wstring N(const wchar_t* prefix, int i) { return prefix + std::to_wstring(i); }
+#define ADD [](SimDatabase & db, const std::wstring& text, [[maybe_unused]] int i)
 const KindCase kKindCases[] = {
-    {kLayouts, [](SimDatabase& db, int i) { return db.AddLayout(N(L"Sheet ", i), i + 2), N(L"Sheet ", i); },
-     {L"Model", L"Layout1"}},
-    {kXrefs, [](SimDatabase& db, int i) { return db.AddXref(N(L"X", i), N(L"C:\\refs\\x", i)), N(L"C:\\refs\\x", i); }, {}},
-    {kImages, [](SimDatabase& db, int i) { return db.AddImage(db.ModelSpaceId(), db.AddImageDef(N(L"C:\\img\\", i))), N(L"C:\\img\\", i); }, {}},
-    {kOleLinks, [](SimDatabase& db, int i) { return db.AddOleFrame(db.ModelSpaceId(), 1, N(L"C:\\ole\\", i)), N(L"C:\\ole\\", i); }, {}},
-    {kHyperlinks, [](SimDatabase& db, int i) { db.AddHyperlink(db.AddEntity(db.ModelSpaceId(), DbClass::kLine), N(L"http://h/", i)); return N(L"http://h/", i); }, {}},
-    {kLayerStates, [](SimDatabase& db, int i) { return db.AddLayerState(N(L"State ", i)), N(L"State ", i); }, {}},
-    {kViews, [](SimDatabase& db, int i) { return db.AddView(N(L"View ", i)), N(L"View ", i); }, {}},
+    {kLayouts, L"Sheet ", ADD { db.AddLayout(text, i + 2); }, {L"Model", L"Layout1"}},
+    {kXrefs, L"C:\\refs\\x", ADD { db.AddXref(L"X" + std::to_wstring(i), text); }, {}},
+    {kImages, L"C:\\img\\", ADD { db.AddImage(db.PaperSpaceId(), db.AddImageDef(text)); }, {}},
+    {kOleLinks, L"C:\\ole\\", ADD { db.AddOleFrame(db.ModelSpaceId(), 1, text); }, {}},
+    {kHyperlinks, L"http://h/",
+     ADD { db.AddHyperlink(db.AddEntity(db.ModelSpaceId(), DbClass::kLine), text); }, {}},
+    {kLayerStates, L"State ", ADD { db.AddLayerState(text); }, {}},
+    {kViews, L"View ", ADD { db.AddView(text); }, {}},
 };
+#undef ADD
 
 TEST_F(DrawingContentsTest, EachListerGivesNoneOneOrManyRowsOnTheRunningCounter) {
     for (const KindCase& c : kKindCases) {
@@ -95,8 +95,10 @@ TEST_F(DrawingContentsTest, EachListerGivesNoneOneOrManyRowsOnTheRunningCounter)
             SCOPED_TRACE(testing::Message() << "kind " << c.kind << ", " << count << " added");
             NewDrawing();
             Texts added = c.base;
-            for (int i = 0; i < count; ++i)
-                added.push_back(c.add(*db, i));
+            for (int i = 0; i < count; ++i) {
+                added.push_back(c.prefix + std::to_wstring(i));
+                c.add(*db, added.back(), i);
+            }
             std::vector<Texts> texts = Listing(db->Handle()).ByKind();
             for (const KindCase& other : kKindCases) {
                 Texts expected = other.kind == c.kind ? added : other.base;
@@ -189,8 +191,7 @@ TEST_F(DrawingContentsTest, APaperSpaceViewIsFoundAgainByItsMarker) {
     TrViewRows views = Listing(db->Handle()).views;
     ASSERT_EQ(views.size(), 2u);
     EXPECT_EQ(views.begin()->second, (ViewItem{false, L"North wing", L"Layout1", {10, 20}}));
-    EXPECT_EQ(views.rbegin()->second.strLayout, L"Layout1");
-    EXPECT_FALSE(views.rbegin()->second.bModelSpace);
+    EXPECT_EQ(views.rbegin()->second, (ViewItem{false, L"South", L"Layout1", {}}));
 }
 
 TEST_F(DrawingContentsTest, WithSeveralLayoutsTheUserChoosesOrCancels) {
@@ -210,7 +211,8 @@ TEST_F(DrawingContentsTest, AMarkerIsNotWrittenWhenItsApplicationCannotBeRegiste
     db->AddView(L"West");
     db->RemoveTable(DbClass::kRegAppTable);
     SetViewLayout(L"West", L"Layout1", doc);
-    EXPECT_EQ(host->CommandLineText(), L"Unable to register HVNE_TABROW appid - eNotThatKindOfClass");
+    EXPECT_EQ(host->CommandLineText(),
+              L"Unable to register HVNE_TABROW appid - eNotThatKindOfClass");
     EXPECT_EQ(host->DatabasePort().LockDepth(), 0);
     EXPECT_EQ(Listing(db->Handle()).views.begin()->second.bModelSpace, true);
     host->DatabasePort().RefuseLocks(dbs::kLockViolation);
@@ -219,16 +221,14 @@ TEST_F(DrawingContentsTest, AMarkerIsNotWrittenWhenItsApplicationCannotBeRegiste
 }
 
 TEST(ListDialogTest, TheInitialTextIsSelectedAndSelectionsFollowTheList) {
-    struct Case {
-        std::wstring initial;
-        int row;
-    };
-    for (const Case& c : {Case{L"", -1}, Case{L"sheet", 1}, Case{L"Layout1", 0}, Case{L"Z", -1}}) {
+    const std::pair<std::wstring, int> kInitialRows[] = {
+        {L"", -1}, {L"sheet", 1}, {L"Layout1", 0}, {L"Z", -1}};
+    for (const auto& [initial, row] : kInitialRows) {
         CListDialog dialog;
         dialog.m_items = {L"Layout1", L"Sheet B", L"Sheet C"};
-        dialog.m_strInitial = c.initial;
-        EXPECT_EQ(dialog.OnInitDialog(), c.row) << c.initial;
-        EXPECT_EQ(dialog.m_selected, c.initial.empty() ? Texts{} : Texts{c.initial});
+        dialog.m_strInitial = initial;
+        EXPECT_EQ(dialog.OnInitDialog(), row);
+        EXPECT_EQ(dialog.m_selected, initial.empty() ? Texts{} : Texts{initial});
         dialog.OnSelChange({false, true, true});
         EXPECT_EQ(dialog.m_selected, (Texts{L"Sheet B", L"Sheet C"}));
     }
