@@ -65,16 +65,7 @@ void Fill(SimDatabase& db) {
 // Opens and closes every entity of every layout once: the least any lister has to do.
 std::size_t BareWalk(HostDatabase* db) {
     std::size_t opened = 0;
-    AcDbBlockTablePtr table(DbOpenMode::kForRead, db);
-    std::vector<TrLayoutInfo> layouts;
-    table.GetLayouts(layouts, true);
-    std::vector<DbObjectId> ids;
-    for (const TrLayoutInfo& layout : layouts) {
-        ids.clear();
-        AcDbBlockTableRecordPtr(layout.blockId).GetEntityIds(ids, false);
-        for (DbObjectId id : ids)
-            opened += HvPtr<AcDbEntity>(id).m_pObj != nullptr;
-    }
+    AcDbBlockTablePtr(DbOpenMode::kForRead, db).ForEachLayoutEntity([&](DbObject*) { ++opened; });
     return opened;
 }
 

@@ -84,22 +84,6 @@ struct EntityReferences {
     }
 };
 
-void ReadLayoutEntities(AcDbBlockTablePtr& table, EntityReferences& refs) {
-    HostDatabasePort& port = Use<HostDatabasePort>();
-    std::vector<TrLayoutInfo> layouts;
-    table.GetLayouts(layouts, true);
-    std::vector<DbObjectId> ids;
-    for (const TrLayoutInfo& layout : layouts) {
-        ids.clear();
-        AcDbBlockTableRecordPtr(layout.blockId).GetEntityIds(ids, false);
-        for (DbObjectId id : ids) {
-            HvPtr<AcDbEntity> entity(id);
-            if (entity.m_pObj != nullptr)
-                refs.Read(port, entity.m_pObj);
-        }
-    }
-}
-
 void ReadBlockHyperlinks(AcDbBlockTablePtr& table, FoundTexts& hyperlinks) {
     HostDatabasePort& port = Use<HostDatabasePort>();
     std::vector<DbObjectId> blocks;
@@ -132,7 +116,8 @@ void ListReferences(unsigned* pNextId, TrPathRows* xrefs, TrPathRows* images,
         return;
     std::vector<std::wstring> xrefFiles = XrefFiles(table);
     EntityReferences refs;
-    ReadLayoutEntities(table, refs);
+    HostDatabasePort& port = Use<HostDatabasePort>();
+    table.ForEachLayoutEntity([&](DbObject* entity) { refs.Read(port, entity); });
     ReadBlockHyperlinks(table, refs.hyperlinks);
     table.Close();
 
