@@ -163,27 +163,24 @@ TEST_F(DrawingContentsTest, MissingManagersTablesAndRecordsGiveFewerRows) {
     EXPECT_EQ(Listing(db->Handle()).ByKind()[kViews], kNone);
 }
 
-// The user's part of the list dialog: picks the row called `pick`, or cancels when it is empty.
-struct DialogAnswer {
-    std::wstring pick;
-    std::vector<CListDialog> shown;
-    ListDialogRunner Runner() {
-        return [this](CListDialog& dialog) {
-            shown.push_back(dialog);
-            std::vector<bool> flags;
-            for (const std::wstring& item : dialog.m_items)
-                flags.push_back(item == pick);
-            dialog.OnSelChange(flags);
-            return !pick.empty();
-        };
-    }
-};
+// The user's part of the list dialog: picks the row called `pick`, or cancels when it is
+// empty. Every dialog shown is kept in `shown`.
+ListDialogRunner Answer(const std::wstring& pick, std::vector<CListDialog>& shown) {
+    return [pick, &shown](CListDialog& dialog) {
+        shown.push_back(dialog);
+        std::vector<bool> flags;
+        for (const std::wstring& item : dialog.m_items)
+            flags.push_back(item == pick);
+        dialog.OnSelChange(flags);
+        return !pick.empty();
+    };
+}
 
 TEST_F(DrawingContentsTest, APaperSpaceViewIsFoundAgainByItsMarker) {
     db->AddPaperspaceView(L"North wing", {10, 20});  // saved before the marker existed
-    DialogAnswer never;
-    EXPECT_EQ(SelectViewLayout(L"North wing", doc, never.Runner()), L"Layout1");
-    EXPECT_TRUE(never.shown.empty());  // one layout: no question
+    std::vector<CListDialog> shown;
+    EXPECT_EQ(SelectViewLayout(L"North wing", doc, Answer(L"", shown)), L"Layout1");
+    EXPECT_TRUE(shown.empty());  // one layout: no question
     db->AddView(L"South");             // a view saved from the menu in paper space
     SetViewLayout(L"South", L"Layout1", doc);
     EXPECT_EQ(host->DatabasePort().LocksTaken(), 2);
@@ -197,13 +194,13 @@ TEST_F(DrawingContentsTest, APaperSpaceViewIsFoundAgainByItsMarker) {
 TEST_F(DrawingContentsTest, WithSeveralLayoutsTheUserChoosesOrCancels) {
     db->AddLayout(L"Sheet B", 2);
     db->AddView(L"East");
-    DialogAnswer cancel, pickB{L"Sheet B", {}};
-    EXPECT_EQ(SelectViewLayout(L"East", doc, cancel.Runner()), L"");
+    std::vector<CListDialog> shown;
+    EXPECT_EQ(SelectViewLayout(L"East", doc, Answer(L"", shown)), L"");
     EXPECT_EQ(GetViewLayout(L"East", db->Handle()), L"");
-    EXPECT_EQ(SelectViewLayout(L"East", doc, pickB.Runner()), L"Sheet B");
-    ASSERT_EQ(pickB.shown.size(), 1u);
-    EXPECT_EQ(pickB.shown[0].m_strTitle, L"Select Layout for 'East'");
-    EXPECT_EQ(pickB.shown[0].m_items, (Texts{L"Layout1", L"Sheet B"}));
+    EXPECT_EQ(SelectViewLayout(L"East", doc, Answer(L"Sheet B", shown)), L"Sheet B");
+    ASSERT_EQ(shown.size(), 2u);
+    EXPECT_EQ(shown[1].m_strTitle, L"Select Layout for 'East'");
+    EXPECT_EQ(shown[1].m_items, (Texts{L"Layout1", L"Sheet B"}));
     EXPECT_EQ(GetViewLayout(L"East", db->Handle()), L"Sheet B");
 }
 
