@@ -16,10 +16,10 @@ int CListDialog::OnInitDialog() {
     return -1;
 }
 
-void CListDialog::OnSelChange(const std::vector<bool>& selected) {
+void CListDialog::OnSelChange(const std::function<bool(int row)>& isSelected) {
     m_selected.clear();
-    for (std::size_t i = 0; i < m_items.size() && i < selected.size(); ++i) {
-        if (selected[i])
+    for (std::size_t i = 0; i < m_items.size(); ++i) {
+        if (isSelected(static_cast<int>(i)))
             m_selected.push_back(m_items[i]);
     }
 }

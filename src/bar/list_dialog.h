@@ -19,8 +19,8 @@ public:
     // selects for m_strInitial (-1 for none): the first row that begins with it, in any case.
     // The initial text itself counts as selected, matched or not.
     int OnInitDialog();
-    // The list box's selection changed: `selected` holds one flag per row.
-    void OnSelChange(const std::vector<bool>& selected);
+    // The list box's selection changed: `isSelected` answers for each row, as LB_GETSEL does.
+    void OnSelChange(const std::function<bool(int row)>& isSelected);
     // New rows for a live dialog: the row the list box then selects (the first, -1 when empty).
     int SetItems(const std::vector<std::wstring>& items);
 };

@@ -168,10 +168,7 @@ TEST_F(DrawingContentsTest, MissingManagersTablesAndRecordsGiveFewerRows) {
 ListDialogRunner Answer(const std::wstring& pick, std::vector<CListDialog>& shown) {
     return [pick, &shown](CListDialog& dialog) {
         shown.push_back(dialog);
-        std::vector<bool> flags;
-        for (const std::wstring& item : dialog.m_items)
-            flags.push_back(item == pick);
-        dialog.OnSelChange(flags);
+        dialog.OnSelChange([&](int row) { return dialog.m_items.at(row) == pick; });
         return !pick.empty();
     };
 }
@@ -196,11 +193,12 @@ TEST_F(DrawingContentsTest, WithSeveralLayoutsTheUserChoosesOrCancels) {
     db->AddView(L"East");
     std::vector<CListDialog> shown;
     EXPECT_EQ(SelectViewLayout(L"East", doc, Answer(L"", shown)), L"");
+    EXPECT_EQ(SelectViewLayout(L"East", doc, Answer(L"No row", shown)), L"");  // OK, none chosen
     EXPECT_EQ(GetViewLayout(L"East", db->Handle()), L"");
     EXPECT_EQ(SelectViewLayout(L"East", doc, Answer(L"Sheet B", shown)), L"Sheet B");
-    ASSERT_EQ(shown.size(), 2u);
-    EXPECT_EQ(shown[1].m_strTitle, L"Select Layout for 'East'");
-    EXPECT_EQ(shown[1].m_items, (Texts{L"Layout1", L"Sheet B"}));
+    ASSERT_EQ(shown.size(), 3u);
+    EXPECT_EQ(shown[2].m_strTitle, L"Select Layout for 'East'");
+    EXPECT_EQ(shown[2].m_items, (Texts{L"Layout1", L"Sheet B"}));
     EXPECT_EQ(GetViewLayout(L"East", db->Handle()), L"Sheet B");
 }
 
@@ -226,7 +224,10 @@ TEST(ListDialogTest, TheInitialTextIsSelectedAndSelectionsFollowTheList) {
         dialog.m_strInitial = initial;
         EXPECT_EQ(dialog.OnInitDialog(), row);
         EXPECT_EQ(dialog.m_selected, initial.empty() ? Texts{} : Texts{initial});
-        dialog.OnSelChange({false, true, true});
+        dialog.OnSelChange([](int i) {
+            EXPECT_LT(i, 3);
+            return i > 0;
+        });
         EXPECT_EQ(dialog.m_selected, (Texts{L"Sheet B", L"Sheet C"}));
     }
     CListDialog dialog;
