@@ -63,10 +63,10 @@ DbObjectId SimDatabase::AddBlock(const std::wstring& name, DbBlockFlags flags) {
 }
 
 DbObjectId SimDatabase::AddXref(const std::wstring& name, const std::wstring& originalPath,
-                                HostDatabase* resolved) {
+                                bool resolved) {
     DbObjectId id = AddBlock(name, DbBlockFlags{false, true, false, false});
-    m_objects.at(id).xrefPath = originalPath;
-    m_objects.at(id).xrefDatabase = resolved;
+    m_objects.at(id).path = originalPath;
+    m_objects.at(id).xrefResolved = resolved;
     return id;
 }
 
@@ -75,6 +75,46 @@ DbObjectId SimDatabase::AddEntity(DbObjectId blockId, DbClass cls) {
         throw std::invalid_argument("entities belong to a block table record");
     }
     return Add(cls, blockId, L"");
+}
+
+DbObjectId SimDatabase::AddImageDef(const std::wstring& fileName) {
+    if (m_imageDict == 0)
+        m_imageDict = AddDictionaryEntry(L"ACAD_IMAGE_DICT", DbClass::kDictionary);
+    DbObjectId id = Add(DbClass::kRasterImageDef, m_imageDict, L"");
+    m_objects.at(id).path = fileName;
+    return id;
+}
+
+DbObjectId SimDatabase::AddEntityReferring(DbObjectId blockId, DbClass cls, DbObjectId reference) {
+    DbObjectId id = AddEntity(blockId, cls);
+    m_objects.at(id).reference = reference;
+    return id;
+}
+
+DbObjectId SimDatabase::AddImage(DbObjectId blockId, DbObjectId imageDefId) {
+    return AddEntityReferring(blockId, DbClass::kRasterImage, imageDefId);
+}
+
+DbObjectId SimDatabase::AddOleFrame(DbObjectId blockId, int type, const std::wstring& linkPath) {
+    DbObjectId id = AddEntity(blockId, DbClass::kOle2Frame);
+    m_objects.at(id).oleType = type;
+    m_objects.at(id).path = linkPath;
+    return id;
+}
+
+DbObjectId SimDatabase::AddBlockReference(DbObjectId blockId, DbObjectId definitionId) {
+    return AddEntityReferring(blockId, DbClass::kBlockReference, definitionId);
+}
+
+void SimDatabase::AddHyperlink(DbObjectId id, const std::wstring& name) {
+    m_objects.at(id).hyperlinks.push_back(name);
+}
+
+DbObjectId SimDatabase::AddPaperspaceView(const std::wstring& name, DbPoint2d center) {
+    DbObjectId id = AddView(name);
+    m_objects.at(id).paperspaceView = true;
+    m_objects.at(id).center = center;
+    return id;
 }
 
 DbObjectId SimDatabase::AddView(const std::wstring& name, bool dependent) {

@@ -1,8 +1,10 @@
 #pragma once
 // A drawing's database in the simulated host: a block table (model space, layouts with their
-// tab order, named, anonymous, dependent and xref blocks), entities, a view table, a registered
-// application table, a layer table, the named objects dictionary (layouts, layer states) and
-// TILEMODE. Objects are opened and closed through the database port with the host's rules:
+// tab order, named, anonymous, dependent and xref blocks), entities (raster images and their
+// definitions, OLE frames, block references, hyperlinks on entities and block definitions), a
+// view table (paper space views, centres, extended data), a registered application table, a
+// layer table, the named objects dictionary (layouts, layer states) and TILEMODE. Any object
+// can be made to refuse its opens, and any symbol table to be missing. Objects are opened and closed through the database port with the host's rules:
 // one writer or many readers, erased objects only when asked, opens checked by class.
 
 #include <map>
@@ -24,8 +26,17 @@ struct SimDbObject {
     DbObjectId layoutId = 0;  // block record -> layout, layout -> block record
     int tabOrder = 0;
     bool treatElementsAsHard = false;
-    HostDatabase* xrefDatabase = nullptr;  // resolved xref, not owned
-    std::wstring xrefPath;                 // the xref's original file name
+    // An xref's original file name, an image definition's file, an OLE frame's link; empty
+    // stands for the host's null name.
+    std::wstring path;
+    bool xrefResolved = false;
+    DbObjectId reference = 0;  // image -> its definition, block reference -> its block
+    int oleType = 0;
+    std::vector<std::wstring> hyperlinks;
+    bool paperspaceView = false;
+    DbPoint2d center;
+    std::map<std::wstring, DbXData> xdata;  // by application name
+    DbStatus openFailure = dbs::kOk;        // every open of the object fails with this
 };
 
 class SimDatabase {
@@ -39,14 +50,28 @@ public:
     // Building a drawing.
     DbObjectId AddLayout(const std::wstring& layoutName, int tabOrder);  // returns the block
     DbObjectId AddBlock(const std::wstring& name, DbBlockFlags flags = {});
+    // An empty path is an xref whose database has no name.
     DbObjectId AddXref(const std::wstring& name, const std::wstring& originalPath,
-                       HostDatabase* resolved);
+                       bool resolved = true);
     DbObjectId AddEntity(DbObjectId blockId, DbClass cls);
+    DbObjectId AddImageDef(const std::wstring& fileName);  // in the image dictionary
+    DbObjectId AddImage(DbObjectId blockId, DbObjectId imageDefId);
+    DbObjectId AddOleFrame(DbObjectId blockId, int type, const std::wstring& linkPath);
+    DbObjectId AddBlockReference(DbObjectId blockId, DbObjectId definitionId);
+    void AddHyperlink(DbObjectId id, const std::wstring& name);  // an entity or a block
     DbObjectId AddView(const std::wstring& name, bool dependent = false);
+    DbObjectId AddPaperspaceView(const std::wstring& name, DbPoint2d center);
     DbObjectId AddRegApp(const std::wstring& name);
     DbObjectId AddLayerState(const std::wstring& name);
     DbObjectId AddDictionaryEntry(const std::wstring& name, DbClass cls);  // in the NOD
     void Erase(DbObjectId id);
+
+    // The host's failures: an object that cannot be opened, a table that is not there, a
+    // database without a layer state manager.
+    void FailOpens(DbObjectId id, DbStatus status) { m_objects.at(id).openFailure = status; }
+    void RemoveTable(DbClass table) { m_tables.erase(table); }
+    void SetHasLayerStateManager(bool has) { m_hasLayerStateManager = has; }
+    DbObjectId LayerStatesId() const { return m_hasLayerStateManager ? m_layerStates : 0; }
 
     DbObjectId ModelSpaceId() const { return m_modelSpace; }
     DbObjectId PaperSpaceId() const { return m_paperSpace; }
@@ -65,6 +90,7 @@ public:
 
 private:
     DbObjectId Add(DbClass cls, DbObjectId owner, const std::wstring& name);
+    DbObjectId AddEntityReferring(DbObjectId blockId, DbClass cls, DbObjectId reference);
     DbObjectId AddLayoutFor(DbObjectId blockId, const std::wstring& layoutName, int tabOrder);
 
     DbObjectId m_nextId;
@@ -74,6 +100,8 @@ private:
     DbObjectId m_namedObjects = 0;
     DbObjectId m_layoutDict = 0;
     DbObjectId m_layerStates = 0;
+    DbObjectId m_imageDict = 0;
+    bool m_hasLayerStateManager = true;
     DbObjectId m_modelSpace = 0;
     DbObjectId m_paperSpace = 0;
     DbObjectId m_currentLayout = 0;

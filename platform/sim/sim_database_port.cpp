@@ -8,7 +8,7 @@
 namespace {
 
 // Which classes an open by `asked` accepts: the class itself and those derived from it.
-bool IsKindOf(DbClass actual, DbClass asked) {
+bool IsKindOfClass(DbClass actual, DbClass asked) {
     if (actual == asked || asked == DbClass::kObject)
         return true;
     if (asked == DbClass::kEntity) {
@@ -18,6 +18,8 @@ bool IsKindOf(DbClass actual, DbClass asked) {
             case DbClass::kRasterImage:
             case DbClass::kOle2Frame:
             case DbClass::kViewport:
+            case DbClass::kAttribute:
+            case DbClass::kAttributeDefinition:
                 return true;
             default:
                 return false;
@@ -43,11 +45,21 @@ SimDatabase* SimDatabasePort::Owner(DbObjectId id) const {
     return nullptr;
 }
 
-SimDbObject& SimDatabasePort::Obj(DbObject* obj) {
+SimDatabasePort::Handle& SimDatabasePort::HandleOf(DbObject* obj) {
     auto it = m_handles.find(obj);
     if (it == m_handles.end())
         throw std::logic_error("database object used after close");
-    return it->second.db->Object(it->second.id);
+    return it->second;
+}
+
+SimDbObject& SimDatabasePort::Obj(DbObject* obj) {
+    Handle& handle = HandleOf(obj);
+    return handle.db->Object(handle.id);
+}
+
+SimDbObject* SimDatabasePort::Writable(DbObject* obj) {
+    Handle& handle = HandleOf(obj);
+    return handle.mode == DbOpenMode::kForWrite ? &handle.db->Object(handle.id) : nullptr;
 }
 
 HostDatabase* SimDatabasePort::WorkingDatabase() {
@@ -73,7 +85,9 @@ DbStatus SimDatabasePort::OpenIn(SimDatabase* db, DbObjectId id, DbClass cls, Db
     if (db == nullptr || !db->Has(id))
         return dbs::kKeyNotFound;
     SimDbObject& obj = db->Object(id);
-    if (!IsKindOf(obj.cls, cls))
+    if (obj.openFailure != dbs::kOk)
+        return obj.openFailure;
+    if (!IsKindOfClass(obj.cls, cls))
         return dbs::kNotThatKindOfClass;
     if (obj.erased && !openErased)
         return dbs::kWasErased;
@@ -236,4 +250,169 @@ DbStatus SimDatabasePort::AddDictionary(DbObject* dict, const std::wstring& name
     }
     db->Object(id).treatElementsAsHard = treatElementsAsHard;
     return OpenIn(db, id, DbClass::kDictionary, DbOpenMode::kForWrite, false, out);
+}
+
+bool SimDatabasePort::IsKindOf(DbObject* obj, DbClass cls) {
+    return IsKindOfClass(Obj(obj).cls, cls);
+}
+
+std::optional<std::wstring> SimDatabasePort::XrefFileName(DbObject* record) {
+    const SimDbObject& rec = Obj(record);
+    if (!rec.xrefResolved || rec.path.empty())
+        return std::nullopt;
+    return rec.path;
+}
+
+DbObjectId SimDatabasePort::ImageDefId(DbObject* image) {
+    return Obj(image).reference;
+}
+
+std::optional<std::wstring> SimDatabasePort::ImageFileName(DbObject* imageDef) {
+    const SimDbObject& def = Obj(imageDef);
+    if (def.path.empty())
+        return std::nullopt;
+    return def.path;
+}
+
+int SimDatabasePort::OleType(DbObject* frame) {
+    return Obj(frame).oleType;
+}
+
+bool SimDatabasePort::GetLinkPath(DbObject* frame, std::wstring& path, std::size_t bufferChars) {
+    const SimDbObject& ole = Obj(frame);
+    // The host writes a terminated string and fails when it does not fit.
+    if (ole.path.empty() || ole.path.size() + 1 > bufferChars)
+        return false;
+    path = ole.path;
+    return true;
+}
+
+bool SimDatabasePort::HasHyperlink(DbObject* obj) {
+    Handle& handle = HandleOf(obj);
+    const SimDbObject& o = handle.db->Object(handle.id);
+    if (!o.hyperlinks.empty())
+        return true;
+    return o.cls == DbClass::kBlockReference && o.reference != 0 &&
+           !handle.db->Object(o.reference).hyperlinks.empty();
+}
+
+std::vector<std::wstring> SimDatabasePort::HyperlinkNames(DbObject* obj) {
+    return Obj(obj).hyperlinks;
+}
+
+DbObjectId SimDatabasePort::LayerStatesDictionaryId(HostDatabase* db) {
+    return db ? SimDatabase::From(db)->LayerStatesId() : 0;
+}
+
+bool SimDatabasePort::IsPaperspaceView(DbObject* view) {
+    return Obj(view).paperspaceView;
+}
+
+DbStatus SimDatabasePort::SetIsPaperspaceView(DbObject* view, bool on) {
+    SimDbObject* rec = Writable(view);
+    if (rec == nullptr)
+        return dbs::kInvalidOpenState;
+    rec->paperspaceView = on;
+    return dbs::kOk;
+}
+
+DbPoint2d SimDatabasePort::CenterPoint(DbObject* view) {
+    return Obj(view).center;
+}
+
+std::optional<DbXData> SimDatabasePort::XData(DbObject* obj, const std::wstring& app) {
+    const SimDbObject& o = Obj(obj);
+    for (const auto& [name, data] : o.xdata) {
+        if (EqualNoCase(name, app))
+            return data;
+    }
+    return std::nullopt;
+}
+
+DbStatus SimDatabasePort::SetXData(DbObject* obj, const DbXData& data) {
+    SimDbObject* o = Writable(obj);
+    if (o == nullptr)
+        return dbs::kInvalidOpenState;
+    SimDatabase* db = HandleOf(obj).db;
+    // The list is cut at each application name; every name must be registered first.
+    std::map<std::wstring, DbXData> groups;
+    DbXData* current = nullptr;
+    for (const DbXDataItem& item : data) {
+        if (item.code == 1001) {
+            DbObject* table = nullptr;
+            DbObjectId found = 0;
+            OpenSymbolTable(db->Handle(), DbClass::kRegAppTable, DbOpenMode::kForRead, table);
+            if (table == nullptr)
+                return dbs::kRegappIdNotFound;
+            DbStatus status = GetAt(table, item.text, found);
+            Close(table);
+            if (status != dbs::kOk)
+                return dbs::kRegappIdNotFound;
+            current = &groups[item.text];
+        } else if (current == nullptr) {
+            return dbs::kRegappIdNotFound;
+        }
+        current->push_back(item);
+    }
+    for (auto& [app, group] : groups) {
+        std::erase_if(o->xdata, [&](const auto& entry) { return EqualNoCase(entry.first, app); });
+        o->xdata[app] = std::move(group);
+    }
+    return dbs::kOk;
+}
+
+DbStatus SimDatabasePort::AddRecord(DbObject* table, const std::wstring& name) {
+    SimDbObject* t = Writable(table);
+    if (t == nullptr)
+        return dbs::kInvalidOpenState;
+    DbObjectId existing = 0;
+    if (GetAt(table, name, existing) == dbs::kOk)
+        return dbs::kDuplicateRecordName;
+    SimDatabase* db = HandleOf(table).db;
+    switch (t->cls) {
+        case DbClass::kRegAppTable:
+            db->AddRegApp(name);
+            return dbs::kOk;
+        case DbClass::kViewTable:
+            db->AddView(name);
+            return dbs::kOk;
+        case DbClass::kBlockTable:
+            db->AddBlock(name);
+            return dbs::kOk;
+        default:
+            return dbs::kNotThatKindOfClass;
+    }
+}
+
+std::wstring SimDatabasePort::StatusText(DbStatus status) {
+    static const std::pair<DbStatus, const wchar_t*> kNames[] = {
+        {dbs::kOk, L"eOk"},
+        {dbs::kNullObjectId, L"eNullObjectId"},
+        {dbs::kNotThatKindOfClass, L"eNotThatKindOfClass"},
+        {dbs::kInvalidKey, L"eInvalidKey"},
+        {dbs::kKeyNotFound, L"eKeyNotFound"},
+        {dbs::kWasErased, L"eWasErased"},
+        {dbs::kWasOpenForWrite, L"eWasOpenForWrite"},
+        {dbs::kWasOpenForRead, L"eWasOpenForRead"},
+        {dbs::kInvalidOpenState, L"eNotOpenForWrite"},
+        {dbs::kRegappIdNotFound, L"eRegappIdNotFound"},
+        {dbs::kDuplicateRecordName, L"eDuplicateRecordName"},
+        {dbs::kLockViolation, L"eLockViolation"},
+    };
+    for (const auto& [code, name] : kNames) {
+        if (code == status)
+            return name;
+    }
+    return L"eUnknownError";
+}
+
+DbStatus SimDatabasePort::LockDocument(HostDatabase* db) {
+    if (m_lockRefusal != dbs::kOk)
+        return m_lockRefusal;
+    LockDocumentOf(db ? SimDatabase::From(db)->BlockTableId() : 0);
+    return dbs::kOk;
+}
+
+void SimDatabasePort::UnlockDocument(HostDatabase* db) {
+    UnlockDocumentOf(db ? SimDatabase::From(db)->BlockTableId() : 0);
 }

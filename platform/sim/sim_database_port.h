@@ -15,6 +15,8 @@ public:
     void SetWorkingDatabase(SimDatabase* db) { m_working = db; }
     int LockDepth() const { return m_lockDepth; }
     int LocksTaken() const { return m_locksTaken; }
+    // The next document locks fail with `status` (kOk lets them through again).
+    void RefuseLocks(DbStatus status) { m_lockRefusal = status; }
 
     HostDatabase* WorkingDatabase() override;
     void LockDocumentOf(DbObjectId id) override;
@@ -41,6 +43,24 @@ public:
     std::vector<std::pair<std::wstring, DbObjectId>> Entries(DbObject* dict) override;
     DbStatus AddDictionary(DbObject* dict, const std::wstring& name, bool treatElementsAsHard,
                            DbObject*& out) override;
+    bool IsKindOf(DbObject* obj, DbClass cls) override;
+    std::optional<std::wstring> XrefFileName(DbObject* record) override;
+    DbObjectId ImageDefId(DbObject* image) override;
+    std::optional<std::wstring> ImageFileName(DbObject* imageDef) override;
+    int OleType(DbObject* frame) override;
+    bool GetLinkPath(DbObject* frame, std::wstring& path, std::size_t bufferChars) override;
+    bool HasHyperlink(DbObject* obj) override;
+    std::vector<std::wstring> HyperlinkNames(DbObject* obj) override;
+    DbObjectId LayerStatesDictionaryId(HostDatabase* db) override;
+    bool IsPaperspaceView(DbObject* view) override;
+    DbStatus SetIsPaperspaceView(DbObject* view, bool on) override;
+    DbPoint2d CenterPoint(DbObject* view) override;
+    std::optional<DbXData> XData(DbObject* obj, const std::wstring& app) override;
+    DbStatus SetXData(DbObject* obj, const DbXData& data) override;
+    DbStatus AddRecord(DbObject* table, const std::wstring& name) override;
+    std::wstring StatusText(DbStatus status) override;
+    DbStatus LockDocument(HostDatabase* db) override;
+    void UnlockDocument(HostDatabase* db) override;
 
 private:
     struct Handle {
@@ -50,6 +70,9 @@ private:
     };
     SimDatabase* Owner(DbObjectId id) const;
     SimDbObject& Obj(DbObject* obj);
+    Handle& HandleOf(DbObject* obj);
+    // The object behind a handle that must be open for write.
+    SimDbObject* Writable(DbObject* obj);
     DbStatus OpenIn(SimDatabase* db, DbObjectId id, DbClass cls, DbOpenMode mode, bool openErased,
                     DbObject*& out);
 
@@ -61,4 +84,5 @@ private:
     std::uintptr_t m_nextHandle = 1;
     int m_lockDepth = 0;
     int m_locksTaken = 0;
+    DbStatus m_lockRefusal = dbs::kOk;
 };

@@ -36,5 +36,8 @@ TABROW_DB_CLASS(AcDbRasterImage, kRasterImage);
 TABROW_DB_CLASS(AcDbRasterImageDef, kRasterImageDef);
 TABROW_DB_CLASS(AcDbOle2Frame, kOle2Frame);
 TABROW_DB_CLASS(AcDbViewport, kViewport);
+TABROW_DB_CLASS(AcDbAttribute, kAttribute);
+TABROW_DB_CLASS(AcDbAttributeDefinition, kAttributeDefinition);
+TABROW_DB_CLASS(AcDbVisualStyle, kVisualStyle);
 
 #undef TABROW_DB_CLASS

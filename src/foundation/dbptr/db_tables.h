@@ -34,6 +34,10 @@ public:
                    int nDependent, int nModelSpace);
     void GetLayouts(std::vector<TrLayoutInfo>& list, bool bIncludeModel);
     void GetLayoutNames(std::vector<std::wstring>& list, bool bIncludeModel);
+    // Opens each entity of each layout once, for reading, in the order of GetLayouts, and hands
+    // it to `read`; erased entities and those that cannot be opened are passed over.
+    template <class Read>
+    void ForEachLayoutEntity(Read read);
 };
 
 class AcDbBlockTableRecordPtr : public HvTblRecPtr<AcDbBlockTableRecord, AcDbBlockTable> {
@@ -50,6 +54,22 @@ public:
     // cannot be opened (the fields it would give stay as they were).
     bool GetLayoutInfo(TrLayoutInfo& info);
 };
+
+template <class Read>
+void AcDbBlockTablePtr::ForEachLayoutEntity(Read read) {
+    std::vector<TrLayoutInfo> layouts;
+    GetLayouts(layouts, true);
+    std::vector<DbObjectId> ids;
+    for (const TrLayoutInfo& layout : layouts) {
+        ids.clear();
+        AcDbBlockTableRecordPtr(layout.blockId).GetEntityIds(ids, false);
+        for (DbObjectId id : ids) {
+            HvPtr<AcDbEntity> entity(id);
+            if (entity.m_pObj != nullptr)
+                read(entity.m_pObj);
+        }
+    }
+}
 
 class AcDbModelSpace : public AcDbBlockTableRecordPtr {
 public:

@@ -28,19 +28,43 @@ TEST_F(DbPtrTest, OpenFailuresCarryTheHostStatusAndCloseNothing) {
     EXPECT_EQ(db.OpenCount(), 0);
 }
 
-TEST_F(DbPtrTest, AnOpenByClassTellsTheKindOfAnEntity) {
+// Every class the pointers open by: an object of that class opens, an entity opens as an
+// entity too, and an object of another class is refused. This is how the system tells which
+// kind of entity an id is.
+struct ClassCase {
+    const char* name;
+    DbClass cls;
+    bool (*opens)(DbObjectId id);
+    bool isEntity;
+};
+#define TABROW_OPENS(T) \
+    #T, DbClass::k##T, [](DbObjectId id) { return HvPtr<AcDb##T>(id).m_pObj != nullptr; }
+// clang-format off
+const ClassCase kClassCases[] = {
+    {TABROW_OPENS(RasterImage), true},     {TABROW_OPENS(RasterImageDef), false},
+    {TABROW_OPENS(Ole2Frame), true},       {TABROW_OPENS(Viewport), true},
+    {TABROW_OPENS(BlockReference), true},  {TABROW_OPENS(Layout), false},
+    {TABROW_OPENS(VisualStyle), false},    {TABROW_OPENS(Attribute), true},
+    {TABROW_OPENS(AttributeDefinition), true},
+};
+// clang-format on
+#undef TABROW_OPENS
+
+TEST_F(DbPtrTest, EachClassInstanceOpensItsOwnClassOnly) {
     DbObjectId line = db.AddEntity(db.ModelSpaceId(), DbClass::kLine);
-    DbObjectId image = db.AddEntity(db.ModelSpaceId(), DbClass::kRasterImage);
-    {
-        HvPtr<AcDbRasterImage> onLine(line);
-        HvPtr<AcDbRasterImage> onImage(image);
-        HvPtr<AcDbEntity> asEntity(line);
-        EXPECT_EQ(onLine.m_pObj, nullptr);
-        EXPECT_EQ(onLine.m_status, dbs::kNotThatKindOfClass);
-        EXPECT_NE(onImage.m_pObj, nullptr);
-        EXPECT_NE(asEntity.m_pObj, nullptr);
-        EXPECT_EQ(db.OpenCount(), 2);
+    DbObjectId plain = db.AddDictionaryEntry(L"PLAIN", DbClass::kObject);
+    for (const ClassCase& c : kClassCases) {
+        SCOPED_TRACE(c.name);
+        DbObjectId id = c.isEntity ? db.AddEntity(db.ModelSpaceId(), c.cls)
+                                   : db.AddDictionaryEntry(L"ENTRY", c.cls);
+        EXPECT_TRUE(c.opens(id));
+        EXPECT_FALSE(c.opens(line));
+        EXPECT_FALSE(c.opens(plain));
+        EXPECT_EQ(HvPtr<AcDbEntity>(id).m_pObj != nullptr, c.isEntity);
+        HvPtr<AcDbObject> held(id);
+        EXPECT_EQ(db.OpenCount(), 1);  // open for the pointer's life, closed after
     }
+    EXPECT_EQ(HvPtr<AcDbRasterImage>(line).m_status, dbs::kNotThatKindOfClass);
     EXPECT_EQ(db.OpenCount(), 0);  // the destructors closed what they opened
 }
 
@@ -71,7 +95,7 @@ TEST_F(DbPtrTest, SpacesOpenByNameAndByTheCurrentSpace) {
 TEST_F(DbPtrTest, GetBlocksAppliesItsFiveSwitches) {
     DbObjectId named = db.AddBlock(L"Door");
     DbObjectId anonymous = db.AddBlock(L"*U1", DbBlockFlags{true, false, false, false});
-    DbObjectId xref = db.AddXref(L"Base", L"C:\\refs\\base.dwg", nullptr);
+    DbObjectId xref = db.AddXref(L"Base", L"C:\\refs\\base.dwg");
     DbObjectId dependent = db.AddBlock(L"Base|Window", DbBlockFlags{false, false, false, true});
 
     AcDbBlockTablePtr table;
