@@ -19,6 +19,10 @@
 #include "views/tab_painter.h"
 #include "views_test_support.h"
 
+#ifdef _WIN32
+#include <windows.h>
+#endif
+
 #ifdef TABROW_HAS_FREETYPE
 #include "platform/sim/canvas/freetype_font_rasteriser.h"
 using PictureFonts = FreeTypeFontRasteriser;
@@ -43,9 +47,14 @@ win::COLORREF Tinted(win::COLORREF under, win::COLORREF color, unsigned alpha) {
 bool Vertical(int side) { return side == kTabLeft || side == kTabRight; }
 
 std::filesystem::path BesideProgram(const std::string& name) {
-    std::error_code error;
-    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
-    return (error ? std::filesystem::current_path() : program.parent_path()) / name;
+#ifdef _WIN32
+    wchar_t path[MAX_PATH] = {};
+    ::GetModuleFileNameW(nullptr, path, MAX_PATH);
+    const std::filesystem::path program(path);
+#else
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe");
+#endif
+    return program.parent_path() / name;
 }
 
 void Save(const SoftwareCanvas& canvas, const std::string& name) {
