@@ -246,18 +246,22 @@ void TabPainter::PaintClassic(Canvas& canvas, const TabStrip& strip) {
     canvas.FillRect(strip.client, colors.btnFace);
     canvas.Draw3dRect(Inflated(strip.displayArea, 2), colors.btnHighlight, colors.btnShadow);
     const int count = static_cast<int>(strip.tabs.size());
-    // The selected tab last, over its neighbours.
-    for (int pass = 0; pass < 2; ++pass) {
-        for (int i = 0; i < count; ++i) {
-            const bool selected = i == strip.selected;
-            if (selected != (pass == 1))
-                continue;
-            const win::RECT frame =
-                ClassicFrame(strip.tabs[static_cast<std::size_t>(i)].rect, orientation, selected);
-            DrawClassicTabFrame(canvas, colors, frame, orientation);
-            DrawItem(canvas, strip, i, Inflated(frame, -2));
-        }
+    auto drawTab = [&](int i) {
+        const bool selected = i == strip.selected;
+        const win::RECT frame =
+            ClassicFrame(strip.tabs[static_cast<std::size_t>(i)].rect, orientation, selected);
+        // The selected tab stands over its neighbours' edges.
+        if (selected)
+            canvas.FillRect(frame, colors.btnFace);
+        DrawClassicTabFrame(canvas, colors, frame, orientation);
+        DrawItem(canvas, strip, i, Inflated(frame, -2));
+    };
+    for (int i = 0; i < count; ++i) {
+        if (i != strip.selected)
+            drawTab(i);
     }
+    if (strip.selected >= 0 && strip.selected < count)
+        drawTab(strip.selected);
 }
 
 void TabPainter::DrawItem(Canvas& canvas, const TabStrip& strip, int index, const win::RECT& rect,

@@ -5,9 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <filesystem>
-#include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "platform/sim/canvas/sim_theme.h"
 #include "platform/sim/canvas/software_canvas.h"
@@ -15,13 +15,11 @@
 #include "ports/tab_control.h"
 #include "settings/tabrow_settings.h"
 #include "support/png_writer.h"
+#include "support/test_files.h"
 #include "views/empty_bar_painter.h"
+#include "views/image_ops.h"
 #include "views/tab_painter.h"
 #include "views_test_support.h"
-
-#ifdef _WIN32
-#include <windows.h>
-#endif
 
 #ifdef TABROW_HAS_FREETYPE
 #include "platform/sim/canvas/freetype_font_rasteriser.h"
@@ -36,26 +34,15 @@ constexpr PaintColors kColors{0x00C8D0D4, 0x00000000, 0x00808080, 0x00FFFFFF, 0x
 constexpr int kRow = 20;  // a tab's thickness
 constexpr int kSize = 260;
 
-win::COLORREF Tinted(win::COLORREF under, win::COLORREF color, unsigned alpha) {
-    auto mix = [&](int shift) {
-        return static_cast<std::uint8_t>(
-            (((color >> shift) & 0xFF) * alpha + ((under >> shift) & 0xFF) * (255 - alpha)) >> 8);
+win::COLORREF Tinted(win::COLORREF under, unsigned alpha) {
+    auto mix = [&](int s) {
+        return static_cast<std::uint8_t>(((kColors.activeCaption >> s & 0xFF) * alpha +
+                                          (under >> s & 0xFF) * (255 - alpha)) >> 8);
     };
     return win::MakeColor(mix(0), mix(8), mix(16));
 }
 
 bool Vertical(int side) { return side == kTabLeft || side == kTabRight; }
-
-std::filesystem::path BesideProgram(const std::string& name) {
-#ifdef _WIN32
-    wchar_t path[MAX_PATH] = {};
-    ::GetModuleFileNameW(nullptr, path, MAX_PATH);
-    const std::filesystem::path program(path);
-#else
-    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe");
-#endif
-    return program.parent_path() / name;
-}
 
 void Save(const SoftwareCanvas& canvas, const std::string& name) {
     EXPECT_TRUE(SavePng(BesideProgram(name), canvas.Pixels().data(), canvas.Width(),
@@ -67,16 +54,12 @@ void Save(const SoftwareCanvas& canvas, const std::string& name) {
 TabStrip MakeStrip(int side, int count) {
     static const unsigned kStyles[] = {0, tcs::kBottom, tcs::kVertical,
                                        tcs::kVertical | tcs::kRight};
-    TabStrip strip;
-    strip.client = {0, 0, kSize, kSize};
-    strip.style = kStyles[side] | tcs::kMultiLine;
+    TabStrip strip{{0, 0, kSize, kSize}, {}, kStyles[side] | tcs::kMultiLine, {}, count - 1,
+                   count >= 3 ? 1 : -1, 1, {}, kColors};
     strip.font.lfHeight = -11;
-    strip.colors = kColors;
-    int along = 2;
-    strip.rows = 1;
-    for (int i = 0; i < count; ++i) {
-        const std::wstring text = i == 0 ? L"x   Drawing" : (i % 2 ? L"* Plan" : L"[R]- Sec") +
-                                                                 std::to_wstring(i);
+    for (int i = 0, along = 2; i < count; ++i) {
+        const std::wstring text =
+            i == 0 ? L"x   Drawing" : (i % 2 ? L"* Plan" : L"[R]- Sec") + std::to_wstring(i);
         const int length = 12 + 7 * static_cast<int>(text.size());
         if (along + length > kSize - 2) {
             along = 2;
@@ -84,10 +67,9 @@ TabStrip MakeStrip(int side, int count) {
         }
         const int across = 2 + (strip.rows - 1) * kRow;  // from the strip's outer edge
         const int a = side == kTabBottom || side == kTabRight ? kSize - across - kRow : across;
-        strip.tabs.push_back(
-            {Vertical(side) ? win::RECT{a, along, a + kRow, along + length}
-                            : win::RECT{along, a, along + length, a + kRow},
-             text});
+        strip.tabs.push_back({Vertical(side) ? win::RECT{a, along, a + kRow, along + length}
+                                             : win::RECT{along, a, along + length, a + kRow},
+                              text});
         along += length;
     }
     const int band = 4 + strip.rows * kRow;
@@ -96,33 +78,25 @@ TabStrip MakeStrip(int side, int count) {
                                {band, 4, kSize - 4, kSize - 4},
                                {4, 4, kSize - band, kSize - 4}};
     strip.displayArea = areas[side];
-    strip.selected = count - 1;
-    strip.hot = count >= 3 ? 1 : -1;
     return strip;
 }
 
-// The pixel `depth` in from the outer edge of a rectangle, halfway along it.
+// The pixel `depth` in from the outer edge of a rectangle on `side`, halfway along it.
 win::COLORREF FromOuterEdge(const SoftwareCanvas& canvas, const win::RECT& r, int side, int depth) {
     const int midX = (r.left + r.right) / 2;
     const int midY = (r.top + r.bottom) / 2;
-    switch (side) {
-    case kTabTop:
-        return canvas.PixelAt(midX, r.top + depth);
-    case kTabBottom:
-        return canvas.PixelAt(midX, r.bottom - 1 - depth);
-    case kTabLeft:
-        return canvas.PixelAt(r.left + depth, midY);
-    default:
-        return canvas.PixelAt(r.right - 1 - depth, midY);
-    }
+    const win::POINT at[] = {{midX, r.top + depth},
+                             {midX, r.bottom - 1 - depth},
+                             {r.left + depth, midY},
+                             {r.right - 1 - depth, midY}};
+    return canvas.PixelAt(at[side].x, at[side].y);
 }
 
 // Whether the text of the rectangle starts (its short first word) at the low end of the axis
 // along the strip: left for a horizontal strip, top for a vertical one.
 bool TextStartsLow(const SoftwareCanvas& canvas, const win::RECT& r, bool vertical) {
     std::vector<int> ink;
-    const int length = vertical ? r.Height() : r.Width();
-    for (int a = 0; a < length; ++a) {
+    for (int a = 0; a < (vertical ? r.Height() : r.Width()); ++a) {
         bool any = false;
         for (int b = 0; b < (vertical ? r.Width() : r.Height()); ++b)
             any = any || (vertical ? canvas.PixelAt(r.left + b, r.top + a)
@@ -130,12 +104,10 @@ bool TextStartsLow(const SoftwareCanvas& canvas, const win::RECT& r, bool vertic
         if (any)
             ink.push_back(a);
     }
-    if (ink.size() < 2)
-        return false;
     std::size_t gap = 1;
     for (std::size_t i = 1; i < ink.size(); ++i)
         gap = ink[i] - ink[i - 1] > ink[gap] - ink[gap - 1] ? i : gap;
-    return gap < ink.size() - gap;
+    return ink.size() > 1 && gap < ink.size() - gap;
 }
 
 struct PaintCase {
@@ -167,8 +139,8 @@ TEST_P(TabPictures, ShowStatesSidesAndTurns) {
                      std::to_string(count) + ".png");
 
     const win::RECT& area = strip.displayArea;
-    const win::COLORREF middle = canvas.PixelAt((area.left + area.right) / 2, area.top + 4);
-    EXPECT_EQ(middle, themed ? SimTheme::kPaneFill : kColors.btnFace);
+    EXPECT_EQ(canvas.PixelAt((area.left + area.right) / 2, (area.top + area.bottom) / 2),
+              themed ? SimTheme::kPaneFill : kColors.btnFace);
     if (!themed) {
         const std::vector<std::uint8_t>& all = canvas.Pixels();
         for (std::size_t i = 0; i < all.size(); i += 3)
@@ -176,105 +148,87 @@ TEST_P(TabPictures, ShowStatesSidesAndTurns) {
     }
     if (count == 0)
         return;
-    const win::RECT first = strip.tabs[0].rect;
     // The short first word: at the top where the face turns clockwise (the plain right side),
     // at the bottom where it turns anticlockwise (the left side, and every themed side).
     if (count > 1) {
-        EXPECT_EQ(TextStartsLow(canvas, first, Vertical(side)),
+        EXPECT_EQ(TextStartsLow(canvas, strip.tabs[0].rect, Vertical(side)),
                   !Vertical(side) || (!themed && side == kTabRight));
     }
-    if (!themed)
+    const win::RECT& chosen = strip.tabs.back().rect;
+    if (!themed) {
+        // The plain strip's face highlights the selected tab: tinted, framed twice.
+        painter.DrawItem(canvas, strip, strip.selected, chosen, {true});
+        EXPECT_EQ(canvas.PixelAt(chosen.left + 1, chosen.top + 1), kColors.activeCaption);
+        EXPECT_EQ(FromOuterEdge(canvas, chosen, side, 2), Tinted(kColors.btnFace, 68));
         return;
-    struct Expected {
-        int index;
-        win::COLORREF accent;
-    };
-    std::vector<Expected> tabs;
-    // With several rows, the limit that keeps a selected tab off the page's lower frame leaves
-    // nothing of it on the bottom side, where the page lies above the tabs.
-    if (side != kTabBottom || strip.rows == 1)
-        tabs.push_back({count - 1, Tinted(SimTheme::kSelectedAccent, kColors.activeCaption,
-                                          kActiveTintAlpha)});
-    if (count > 1)
-        tabs.push_back({0, SimTheme::kNormalAccent});
-    if (strip.hot >= 0)
-        tabs.push_back({strip.hot, SimTheme::kHotAccent});
-    for (const Expected& tab : tabs) {
-        const int out = tab.index == strip.selected ? 2 : 0;
-        const win::RECT& r = strip.tabs[static_cast<std::size_t>(tab.index)].rect;
+    }
+    const std::pair<int, win::COLORREF> tabs[] = {
+        {count - 1, Tinted(SimTheme::kSelectedAccent, kActiveTintAlpha)},
+        {count > 1 ? 0 : -1, SimTheme::kNormalAccent},
+        {strip.hot, SimTheme::kHotAccent}};
+    for (const auto& [index, accent] : tabs) {
+        const int out = index == strip.selected ? 2 : 0;
+        // With several rows, the limit that keeps a selected tab off the page's lower frame
+        // leaves nothing of it on the bottom side, where the page lies above the tabs.
+        if (index < 0 || (out != 0 && side == kTabBottom && strip.rows > 1))
+            continue;
+        const win::RECT& r = strip.tabs[static_cast<std::size_t>(index)].rect;
         const win::RECT drawn{r.left - out, r.top - out, r.right + out, r.bottom + out};
-        EXPECT_EQ(FromOuterEdge(canvas, drawn, side, 2), tab.accent) << tab.index;
+        EXPECT_EQ(FromOuterEdge(canvas, drawn, side, 2), accent) << index;
     }
 }
 
 constexpr PaintCase kCases[] = {
-    {kTabTop, true, 0},    {kTabTop, true, 1},    {kTabTop, true, 5},    {kTabTop, true, 14},
-    {kTabTop, false, 5},   {kTabTop, false, 14},  {kTabBottom, true, 0}, {kTabBottom, true, 5},
-    {kTabBottom, true, 14}, {kTabBottom, false, 5}, {kTabLeft, true, 1},  {kTabLeft, true, 5},
-    {kTabLeft, true, 14},  {kTabLeft, false, 0},  {kTabLeft, false, 5},  {kTabRight, true, 5},
-    {kTabRight, true, 14}, {kTabRight, false, 5}, {kTabRight, false, 14}};
+    {kTabTop, true, 0},     {kTabTop, true, 1},     {kTabTop, true, 5},    {kTabTop, true, 14},
+    {kTabTop, false, 5},    {kTabTop, false, 14},   {kTabBottom, true, 0}, {kTabBottom, true, 5},
+    {kTabBottom, true, 14}, {kTabBottom, false, 5}, {kTabLeft, true, 1},   {kTabLeft, true, 5},
+    {kTabLeft, true, 14},   {kTabLeft, false, 0},   {kTabLeft, false, 5},  {kTabRight, true, 5},
+    {kTabRight, true, 14},  {kTabRight, false, 5},  {kTabRight, false, 14}};
 
 INSTANTIATE_TEST_SUITE_P(Table, TabPictures, ::testing::ValuesIn(kCases));
 
-// The pixels that differ from `background` inside the canvas less `margin` on every side, cut
-// to their bounding box; `width` receives the box's width.
-std::vector<win::COLORREF> Ink(const SoftwareCanvas& canvas, win::COLORREF background, int margin,
-                               int& width) {
+// The bounding box of the pixels that differ from `background`, `margin` in from the canvas's
+// edges, as RGB rows; `width` receives the box's width.
+std::vector<std::uint8_t> Ink(SoftwareCanvas& canvas, win::COLORREF background, int margin,
+                              int& width) {
     win::RECT box{canvas.Width(), canvas.Height(), 0, 0};
     for (int y = margin; y < canvas.Height() - margin; ++y)
         for (int x = margin; x < canvas.Width() - margin; ++x)
             if (canvas.PixelAt(x, y) != background)
                 box = {std::min<int>(box.left, x), std::min<int>(box.top, y),
                        std::max<int>(box.right, x + 1), std::max<int>(box.bottom, y + 1)};
-    std::vector<win::COLORREF> pixels;
-    for (int y = box.top; y < box.bottom; ++y)
-        for (int x = box.left; x < box.right; ++x)
-            pixels.push_back(canvas.PixelAt(x, y));
     width = std::max(box.Width(), 0);
-    return pixels;
-}
-
-// A quarter turn of a block `width` wide: clockwise, or anticlockwise.
-std::vector<win::COLORREF> Turned(const std::vector<win::COLORREF>& in, int width, bool clockwise) {
-    const int height = width == 0 ? 0 : static_cast<int>(in.size()) / width;
-    std::vector<win::COLORREF> out(in.size());
-    for (int y = 0; y < height; ++y)
-        for (int x = 0; x < width; ++x) {
-            const int column = clockwise ? height - 1 - y : y;
-            const int row = clockwise ? x : width - 1 - x;
-            out[static_cast<std::size_t>(row * height + column)] = in[y * width + x];
-        }
-    return out;
+    std::vector<std::uint8_t> rgb(static_cast<std::size_t>(width) * std::max(box.Height(), 0) * 3);
+    canvas.ReadRgb(box.left, box.top, width, box.Height(), rgb.data());
+    return rgb;
 }
 
 TEST(EmptyBarPicture, TintsTheFramedStripAndTurnsItsLineOnTheSides) {
     PictureFonts fonts;
     const ScopedPort<FontRasteriser> port(fonts);
-    struct Side {
+    const struct {
         int dock;
         bool floating;
-        int width;
-        int height;
+        int width, height;
         const char* name;
-    };
-    const Side sides[] = {{dock::kTop, false, 300, 40, "top"},
+    } sides[] = {{dock::kTop, false, 300, 40, "top"},
                           {dock::kLeft, false, 40, 300, "left"},
                           {dock::kRight, false, 40, 300, "right"},
                           {dock::kLeft, true, 300, 40, "floating"}};
-    const win::COLORREF background = Tinted(kColors.btnFace, kColors.activeCaption, 102);
-    std::vector<win::COLORREF> upright;
+    const win::COLORREF background = Tinted(kColors.btnFace, kEmptyBarTintAlpha);
+    std::vector<std::uint8_t> upright;
     int uprightWidth = 0;
-    for (const Side& side : sides) {
+    for (const auto& side : sides) {
         SoftwareCanvas canvas(side.width, side.height, &fonts);
         EmptyBar bar{{0, 0, side.width, side.height}, side.dock, side.floating, 0, {}, kColors};
         bar.font.lfHeight = -11;
         PaintEmptyBar(canvas, bar);
         Save(canvas, std::string("empty-bar-") + side.name + ".png");
         EXPECT_EQ(canvas.PixelAt(1, 1), kColors.btnFace) << side.name;  // outside the strip
-        EXPECT_EQ(canvas.PixelAt(2, 2), Tinted(kColors.btnShadow, kColors.activeCaption, 102));
+        EXPECT_EQ(canvas.PixelAt(2, 2), Tinted(kColors.btnShadow, 102));
         EXPECT_EQ(canvas.PixelAt(3, 3), background) << side.name;
         int width = 0;
-        const std::vector<win::COLORREF> ink = Ink(canvas, background, 3, width);
+        std::vector<std::uint8_t> ink = Ink(canvas, background, 3, width);
         if (side.dock == dock::kTop) {
             upright = ink;
             uprightWidth = width;
@@ -282,10 +236,13 @@ TEST(EmptyBarPicture, TintsTheFramedStripAndTurnsItsLineOnTheSides) {
             continue;
         }
         // Anticlockwise on the left, clockwise on the right; upright while floating.
-        const bool turned = !side.floating;
-        EXPECT_EQ(ink, turned ? Turned(upright, uprightWidth, side.dock == dock::kRight) : upright)
-            << side.name;
-        EXPECT_EQ(width, turned ? static_cast<int>(upright.size()) / uprightWidth : uprightWidth);
+        std::vector<std::uint8_t> expected = upright;
+        const int uprightHeight = static_cast<int>(upright.size()) / 3 / uprightWidth;
+        if (!side.floating)
+            IS40_QuickRotateImageInPlace(expected.data(), uprightWidth, uprightHeight,
+                                         side.dock == dock::kLeft ? 2 : 0, 3, 0);
+        EXPECT_EQ(ink, expected) << side.name;
+        EXPECT_EQ(width, side.floating ? uprightWidth : uprightHeight);
 
         bar.documentCount = 1;
         PaintEmptyBar(canvas, bar);

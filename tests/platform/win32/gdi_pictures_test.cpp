@@ -12,6 +12,7 @@
 #include "platform/win32/gdi_font_rasteriser.h"
 #include "ports/port.h"
 #include "support/png_writer.h"
+#include "support/test_files.h"
 #include "tools/dwgsamples/dwg_sample_writer.h"
 #include "views/dib.h"
 #include "views/image_ops.h"

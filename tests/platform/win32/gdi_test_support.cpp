@@ -91,9 +91,3 @@ win::LOGFONTW FontOf(const wchar_t* face, int height) {
         font.lfFaceName[i] = static_cast<char16_t>(face[i]);
     return font;
 }
-
-std::filesystem::path BesideProgram(const wchar_t* name) {
-    wchar_t path[MAX_PATH] = {};
-    ::GetModuleFileNameW(nullptr, path, MAX_PATH);
-    return std::filesystem::path(path).parent_path() / name;
-}

@@ -5,7 +5,6 @@
 #include <windows.h>
 
 #include <cstdint>
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -34,6 +33,3 @@ win::RECT CoverageBox(const std::vector<std::uint8_t>& rgb, int width, const win
 std::string DeepDib(int width, int height, int bits, bool bitfields);
 
 win::LOGFONTW FontOf(const wchar_t* face, int height);
-
-// A file beside the test program, where pictures are saved for a person to look at.
-std::filesystem::path BesideProgram(const wchar_t* name);
