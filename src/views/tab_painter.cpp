@@ -67,8 +67,8 @@ void DrawTabContent(Canvas& picture, const TabStrip& strip, int index, win::RECT
     rect.top += (bottomSide ? 3 : 2) + (selected ? 1 : 0) + (!selected && !bottomSide ? 3 : 0);
     rect.left -= 2;
     rect.right -= 2;
-    const std::wstring text = strip.tabs[static_cast<std::size_t>(index)].text.substr(
-        0, kThemedTextLimit);
+    const std::wstring text =
+        strip.tabs[static_cast<std::size_t>(index)].text.substr(0, kThemedTextLimit);
     if (text.empty())
         return;
     rect.right -= 3;
@@ -101,7 +101,7 @@ void DrawThemeTab(Canvas& canvas, const TabStrip& strip, int index, const win::R
     // draw leaves the picture as it is, unreported.
     std::unique_ptr<ThemeData> theme = IsInstalled<Theme>() ? Use<Theme>().Open(L"TAB") : nullptr;
     if (theme != nullptr) {
-        const int state = selected ? tab_theme::kStateSelected
+        const int state = selected              ? tab_theme::kStateSelected
                           : (flags & kHot) != 0 ? tab_theme::kStateHot
                                                 : tab_theme::kStateNormal;
         // A selected tab's picture runs one line past the bottom, so that its lower edge, which
@@ -139,14 +139,14 @@ void DrawThemeTab(Canvas& canvas, const TabStrip& strip, int index, const win::R
 // The edge of a rectangle on a side, numbered as the orientations are.
 std::int32_t& Edge(win::RECT& rect, int side) {
     switch (side) {
-    case kTabTop:
-        return rect.top;
-    case kTabBottom:
-        return rect.bottom;
-    case kTabLeft:
-        return rect.left;
-    default:
-        return rect.right;
+        case kTabTop:
+            return rect.top;
+        case kTabBottom:
+            return rect.bottom;
+        case kTabLeft:
+            return rect.left;
+        default:
+            return rect.right;
     }
 }
 
@@ -283,9 +283,9 @@ void TabPainter::DrawItem(Canvas& canvas, const TabStrip& strip, int index, cons
     const std::uint32_t format =
         kTextCenter | kTextSingleLine |
         (selected || m_nOrientation == kTabBottom ? kTextVCenter : kTextBottom);
-    picture->DrawText(strip.tabs[static_cast<std::size_t>(index)].text.substr(
-                          0, kOwnerDrawnTextLimit),
-                      {0, 0, width, height}, strip.font, colors.btnText, format);
+    picture->DrawText(
+        strip.tabs[static_cast<std::size_t>(index)].text.substr(0, kOwnerDrawnTextLimit),
+        {0, 0, width, height}, strip.font, colors.btnText, format);
 
     Pixels rgb = ReadPicture(*picture);
     if (vertical) {

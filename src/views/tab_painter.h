@@ -34,15 +34,15 @@ struct TabRecord {
 };
 
 struct TabStrip {
-    win::RECT client;       // the control's client rectangle
-    win::RECT displayArea;  // the page's inside, as the control adjusts the client rectangle
-    unsigned style = 0;     // tcs:: bits
-    std::vector<TabRecord> tabs;
+    win::RECT client{};       // the control's client rectangle
+    win::RECT displayArea{};  // the page's inside, as the control adjusts the client rectangle
+    unsigned style = 0;       // tcs:: bits
+    std::vector<TabRecord> tabs{};
     int selected = -1;
     int hot = -1;  // the tab under the pointer, -1 for none
     int rows = 1;
-    win::LOGFONTW font;
-    PaintColors colors;
+    win::LOGFONTW font{};
+    PaintColors colors{};
 };
 
 // Sides, as the control's orientation field numbers them.

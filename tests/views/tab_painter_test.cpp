@@ -36,13 +36,16 @@ constexpr int kSize = 260;
 
 win::COLORREF Tinted(win::COLORREF under, unsigned alpha) {
     auto mix = [&](int s) {
-        return static_cast<std::uint8_t>(((kColors.activeCaption >> s & 0xFF) * alpha +
-                                          (under >> s & 0xFF) * (255 - alpha)) >> 8);
+        return static_cast<std::uint8_t>(
+            ((kColors.activeCaption >> s & 0xFF) * alpha + (under >> s & 0xFF) * (255 - alpha)) >>
+            8);
     };
     return win::MakeColor(mix(0), mix(8), mix(16));
 }
 
-bool Vertical(int side) { return side == kTabLeft || side == kTabRight; }
+bool Vertical(int side) {
+    return side == kTabLeft || side == kTabRight;
+}
 
 void Save(const SoftwareCanvas& canvas, const std::string& name) {
     EXPECT_TRUE(SavePng(BesideProgram(name), canvas.Pixels().data(), canvas.Width(),
@@ -54,8 +57,11 @@ void Save(const SoftwareCanvas& canvas, const std::string& name) {
 TabStrip MakeStrip(int side, int count) {
     static const unsigned kStyles[] = {0, tcs::kBottom, tcs::kVertical,
                                        tcs::kVertical | tcs::kRight};
-    TabStrip strip{{0, 0, kSize, kSize}, {}, kStyles[side] | tcs::kMultiLine, {}, count - 1,
-                   count >= 3 ? 1 : -1, 1, {}, kColors};
+    TabStrip strip{.client = {0, 0, kSize, kSize},
+                   .style = kStyles[side] | tcs::kMultiLine,
+                   .selected = count - 1,
+                   .hot = count >= 3 ? 1 : -1,
+                   .colors = kColors};
     strip.font.lfHeight = -11;
     for (int i = 0, along = 2; i < count; ++i) {
         const std::wstring text =
@@ -212,9 +218,9 @@ TEST(EmptyBarPicture, TintsTheFramedStripAndTurnsItsLineOnTheSides) {
         int width, height;
         const char* name;
     } sides[] = {{dock::kTop, false, 300, 40, "top"},
-                          {dock::kLeft, false, 40, 300, "left"},
-                          {dock::kRight, false, 40, 300, "right"},
-                          {dock::kLeft, true, 300, 40, "floating"}};
+                 {dock::kLeft, false, 40, 300, "left"},
+                 {dock::kRight, false, 40, 300, "right"},
+                 {dock::kLeft, true, 300, 40, "floating"}};
     const win::COLORREF background = Tinted(kColors.btnFace, kEmptyBarTintAlpha);
     std::vector<std::uint8_t> upright;
     int uprightWidth = 0;

@@ -22,13 +22,13 @@ public:
             return false;
         static constexpr win::COLORREF kFills[] = {SimTheme::kNormalFill, SimTheme::kHotFill,
                                                    SimTheme::kSelectedFill};
-        static constexpr win::COLORREF kAccents[] = {
-            SimTheme::kNormalAccent, SimTheme::kHotAccent, SimTheme::kSelectedAccent};
+        static constexpr win::COLORREF kAccents[] = {SimTheme::kNormalAccent, SimTheme::kHotAccent,
+                                                     SimTheme::kSelectedAccent};
         const int i = state - tab_theme::kStateNormal;
         canvas.FillRect(rect, kFills[i]);
-        canvas.FillRect({rect.left + 1, rect.top + 1, rect.right - 1,
-                         rect.top + 1 + SimTheme::kAccentRows},
-                        kAccents[i]);
+        canvas.FillRect(
+            {rect.left + 1, rect.top + 1, rect.right - 1, rect.top + 1 + SimTheme::kAccentRows},
+            kAccents[i]);
         canvas.FillRect({rect.left, rect.top, rect.right, rect.top + 1}, SimTheme::kBorder);
         canvas.FillRect({rect.left, rect.top, rect.left + 1, rect.bottom}, SimTheme::kBorder);
         canvas.FillRect({rect.right - 1, rect.top, rect.right, rect.bottom}, SimTheme::kBorder);

@@ -19,11 +19,15 @@ TEST(Win32Theme, AnswersNoThemeGracefullyOrPaintsTheStripThemed) {
     constexpr int kHeight = 80;
     std::unique_ptr<GdiCanvas> canvas = GdiCanvas::Create(kWidth, kHeight);
     ASSERT_NE(canvas, nullptr);
-    TabStrip strip{{0, 0, kWidth, kHeight}, {4, 26, kWidth - 4, kHeight - 4}, 0,
-                   {{{2, 2, 80, 22}, L"* Drawing1"}, {{80, 2, 150, 22}, L"Drawing2"},
-                    {{150, 2, 236, 22}, L"[R]- Drawing3"}},
-                   2, 1, 1, FontOf(L"Tahoma", -11),
-                   {0x00C8D0D4, 0, 0x00808080, 0x00FFFFFF, 0x006A240A}};
+    TabStrip strip{.client = {0, 0, kWidth, kHeight},
+                   .displayArea = {4, 26, kWidth - 4, kHeight - 4},
+                   .tabs = {{{2, 2, 80, 22}, L"* Drawing1"},
+                            {{80, 2, 150, 22}, L"Drawing2"},
+                            {{150, 2, 236, 22}, L"[R]- Drawing3"}},
+                   .selected = 2,
+                   .hot = 1,
+                   .font = FontOf(L"Tahoma", -11),
+                   .colors = {0x00C8D0D4, 0, 0x00808080, 0x00FFFFFF, 0x006A240A}};
     TabPainter painter;
     auto save = [&](const wchar_t* name) {
         const std::vector<std::uint8_t> pixels = PixelsOf(*canvas);
