@@ -12,8 +12,6 @@ using OpenThemeDataFunction = HTHEME(WINAPI*)(HWND, LPCWSTR);
 using CloseThemeDataFunction = HRESULT(WINAPI*)(HTHEME);
 using DrawThemeBackgroundFunction = HRESULT(WINAPI*)(HTHEME, HDC, int, int, const RECT*,
                                                      const RECT*);
-using GetThemePartSizeFunction = HRESULT(WINAPI*)(HTHEME, HDC, int, int, const RECT*, THEMESIZE,
-                                                  SIZE*);
 
 template <class Function>
 Function Lookup(const ModuleHandle& library, const char* name) {
@@ -42,8 +40,7 @@ public:
         : m_library(std::move(library)),
           m_open(Lookup<OpenThemeDataFunction>(m_library, "OpenThemeData")),
           m_close(Lookup<CloseThemeDataFunction>(m_library, "CloseThemeData")),
-          m_draw(Lookup<DrawThemeBackgroundFunction>(m_library, "DrawThemeBackground")),
-          m_partSize(Lookup<GetThemePartSizeFunction>(m_library, "GetThemePartSize")) {}
+          m_draw(Lookup<DrawThemeBackgroundFunction>(m_library, "DrawThemeBackground")) {}
     ~Win32ThemeData() override {
         // The theme is closed while the library that made it is still loaded.
         if (m_theme != nullptr && m_close != nullptr)
@@ -67,22 +64,12 @@ public:
         return SUCCEEDED(m_draw(m_theme, gdi->Dc(), part, state, &area, nullptr));
     }
 
-    bool PartSize(int part, int state, win::SIZE& size) override {
-        SIZE natural{};
-        if (m_partSize == nullptr ||
-            FAILED(m_partSize(m_theme, nullptr, part, state, nullptr, TS_TRUE, &natural)))
-            return false;
-        size = {natural.cx, natural.cy};
-        return true;
-    }
-
 private:
     ModuleHandle m_library;
     HTHEME m_theme = nullptr;
     OpenThemeDataFunction m_open;
     CloseThemeDataFunction m_close;
     DrawThemeBackgroundFunction m_draw;
-    GetThemePartSizeFunction m_partSize;
 };
 
 }  // namespace

@@ -1,7 +1,8 @@
 #pragma once
 // The window system's visual styles: whether they are on, and the pictures of a control's parts
-// drawn into a canvas. The answer to IsActive can change while the program runs (the user turns
-// the styles off), so a painter asks it at every paint and keeps nothing between paints.
+// drawn into a canvas, each at the size it is given. The answer to IsActive can change while the
+// program runs (the user turns the styles off), so a painter asks it at every paint and keeps
+// nothing between paints.
 
 #include <memory>
 #include <string>
@@ -27,9 +28,6 @@ public:
     // Draws the part in `state` over `rect` of the canvas (clipped to it). False when nothing
     // could be drawn: the styles went off, the canvas is of another kind, the part is unknown.
     virtual bool DrawBackground(Canvas& canvas, int part, int state, const win::RECT& rect) = 0;
-
-    // The part's natural size; false when the theme has none.
-    virtual bool PartSize(int part, int state, win::SIZE& size) = 0;
 };
 
 class Theme {

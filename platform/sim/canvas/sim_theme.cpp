@@ -35,13 +35,6 @@ public:
         return true;
     }
 
-    bool PartSize(int part, int /*state*/, win::SIZE& size) override {
-        if (!*m_pActive || part != tab_theme::kTabItem)
-            return false;
-        size = SimTheme::kTabItemSize;
-        return true;
-    }
-
 private:
     std::shared_ptr<bool> m_pActive;
 };

@@ -23,7 +23,6 @@ public:
     static constexpr win::COLORREF kSelectedAccent = 0x00D07020;
     static constexpr win::COLORREF kPaneFill = 0x00F8F4F0;
     static constexpr int kAccentRows = 3;
-    static constexpr win::SIZE kTabItemSize{64, 21};
 
     bool IsActive() override { return *m_pActive; }
     std::unique_ptr<ThemeData> Open(const std::wstring& classList) override;
