@@ -6,6 +6,10 @@
 #include <random>
 #include <sstream>
 
+#ifdef _WIN32
+#include <windows.h>
+#endif
+
 namespace fs = std::filesystem;
 
 ScratchFolder::ScratchFolder() {
@@ -64,4 +68,15 @@ fs::path SampleDataFolder() {
     const fs::path folder(configured);
     if (!fs::is_directory(folder, error)) return {};
     return folder;
+}
+
+fs::path BesideProgram(const fs::path& name) {
+#ifdef _WIN32
+    wchar_t path[MAX_PATH] = {};
+    ::GetModuleFileNameW(nullptr, path, MAX_PATH);
+    const fs::path program(path);
+#else
+    const fs::path program = fs::read_symlink("/proc/self/exe");
+#endif
+    return program.parent_path() / name;
 }

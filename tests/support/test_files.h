@@ -31,3 +31,6 @@ std::string ReadBytes(const std::filesystem::path& path);
 // The folder of sample files (drawings under "dwg"), or an empty path when it is not there.
 // Tests that need it skip with GTEST_SKIP() when it is empty.
 std::filesystem::path SampleDataFolder();
+
+// A file beside the running test program, where pictures are saved for a person to look at.
+std::filesystem::path BesideProgram(const std::filesystem::path& name);

@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 
 #include "gdi_test_support.h"
 #include "platform/sim/canvas/software_canvas.h"
@@ -13,6 +12,7 @@
 #include "platform/win32/gdi_font_rasteriser.h"
 #include "ports/port.h"
 #include "support/png_writer.h"
+#include "support/test_files.h"
 #include "tools/dwgsamples/dwg_sample_writer.h"
 #include "views/dib.h"
 #include "views/image_ops.h"
@@ -99,12 +99,6 @@ void PaintPicture(Canvas& canvas) {
     canvas.StretchDib(bytes, lines.size(), kStretched[0], StretchMode::kBlackOnWhite);
     canvas.StretchDib(bytes, lines.size(), kStretched[1], StretchMode::kWhiteOnBlack);
     canvas.StretchDib(bytes, lines.size(), kStretched[2], StretchMode::kColorOnColor);
-}
-
-std::filesystem::path BesideProgram(const wchar_t* name) {
-    wchar_t path[MAX_PATH] = {};
-    ::GetModuleFileNameW(nullptr, path, MAX_PATH);
-    return std::filesystem::path(path).parent_path() / name;
 }
 
 }  // namespace
