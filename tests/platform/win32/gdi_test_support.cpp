@@ -1,9 +1,40 @@
 #include "gdi_test_support.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <optional>
+
+#include "platform/win32/system_libraries.h"
+#include "ports/port.h"
+
+namespace {
+
+// The test program stands for the plug-in: the libraries are loaded before the first test, as
+// at the plug-in's load, and freed after the last, as at its unload.
+class LoadedSystemLibraries : public ::testing::Environment {
+public:
+    void SetUp() override {
+        m_libraries.emplace();
+        m_installed.emplace(*m_libraries);
+    }
+    void TearDown() override {
+        m_installed.reset();
+        m_libraries.reset();
+    }
+
+private:
+    std::optional<SystemLibraries> m_libraries;
+    std::optional<ScopedPort<SystemLibraries>> m_installed;
+};
+
+[[maybe_unused]] auto* const kLoadedSystemLibraries =
+    ::testing::AddGlobalTestEnvironment(new LoadedSystemLibraries);
+
+}  // namespace
 
 int LiveGdiObjects() {
     const DWORD reported = ::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS);
