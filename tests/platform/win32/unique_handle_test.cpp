@@ -70,6 +70,10 @@ TEST(UniqueHandle, EveryKindIsGoneFromTheSystemOnceItsOwnerLetsGo) {
         FileHandle(::CreateFileW(program, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
                                  0, nullptr)),
         [&](HANDLE file) { return ::GetHandleInformation(file, &flags) != FALSE; }));
+    // A failed open or search answers INVALID_HANDLE_VALUE, not null: the owner holds nothing.
+    EXPECT_FALSE(FileHandle(::CreateFileW(L"C:\\none\\missing", GENERIC_READ, 0, nullptr,
+                                          OPEN_EXISTING, 0, nullptr)));
+    EXPECT_FALSE(FindHandle(::FindFirstFileW(L"C:\\none\\*", &found)));
     EXPECT_TRUE(ReleasedWithItsOwner(FindHandle(::FindFirstFileW(program, &found)), [&](HANDLE s) {
         return ::FindNextFileW(s, &found) != FALSE || ::GetLastError() == ERROR_NO_MORE_FILES;
     }));
