@@ -10,6 +10,7 @@
 // waits in a raw variable is one bad_alloc away from never being given back.
 
 #include <windows.h>
+// Both need windows.h first.
 #include <commctrl.h>
 #include <vfw.h>
 
@@ -54,10 +55,9 @@ private:
 };
 
 template <class Owner>
-constexpr bool kMoveOnly = !std::is_copy_constructible_v<Owner> &&
-                           !std::is_copy_assignable_v<Owner> &&
-                           std::is_nothrow_move_constructible_v<Owner> &&
-                           std::is_nothrow_move_assignable_v<Owner>;
+constexpr bool kMoveOnly =
+    !std::is_copy_constructible_v<Owner> && !std::is_copy_assignable_v<Owner> &&
+    std::is_nothrow_move_constructible_v<Owner> && std::is_nothrow_move_assignable_v<Owner>;
 
 // Traits of the handles that are null when there is none.
 template <class H>

@@ -49,7 +49,8 @@ TEST_P(FileSystemPortTest, FindMatchesPatternsWithoutRegardToCaseAndListsTheDots
     ASSERT_GE(all.size(), 2u);
     EXPECT_EQ(all[0].name, L".");
     EXPECT_EQ(all[1].name, L"..");
-    EXPECT_EQ(SortedNames(all), (Names{L".", L"..", L"A.DWG", L"Sub", L"b.dwg", L"c.dxf", L"noext"}));
+    EXPECT_EQ(SortedNames(all),
+              (Names{L".", L"..", L"A.DWG", L"Sub", L"b.dwg", L"c.dxf", L"noext"}));
     EXPECT_EQ(SortedNames(disk->Find(Mixed(scratch.File(L"*.dwg")))), (Names{L"A.DWG", L"b.dwg"}));
     EXPECT_EQ(SortedNames(disk->Find(scratch.File(L"?.DX?"))), Names{L"c.dxf"});
     EXPECT_TRUE(disk->Find(scratch.File(L"*.zip")).empty());

@@ -11,10 +11,10 @@
 
 namespace fs = std::filesystem;
 
-INSTANTIATE_TEST_SUITE_P(
-    Posix, FileSystemPortTest,
-    ::testing::Values(FileSystemUnderTest{
-        [] { return std::unique_ptr<FileSystem>(new PosixFileSystem); }, L"test_platform"}));
+INSTANTIATE_TEST_SUITE_P(Posix, FileSystemPortTest,
+                         ::testing::Values(FileSystemUnderTest{
+                             [] { return std::unique_ptr<FileSystem>(new PosixFileSystem); },
+                             L"test_platform"}));
 
 namespace {
 
@@ -57,8 +57,8 @@ TEST_F(PosixFileSystemTest, FindListsNamesInCaseBlindOrder) {
     std::vector<std::wstring> names;
     for (const FoundFile& found : disk.Find(scratch.File(L"*.*")))
         names.push_back(found.name);
-    EXPECT_EQ(names, (std::vector<std::wstring>{L".", L"..", L"A.DWG", L"b.dwg", L"c.dxf",
-                                                L"noext", L"Sub"}));
+    EXPECT_EQ(names, (std::vector<std::wstring>{L".", L"..", L"A.DWG", L"b.dwg", L"c.dxf", L"noext",
+                                                L"Sub"}));
 }
 
 TEST_F(PosixFileSystemTest, WriteAtomicKeepsTheModeAndRefusesReadOnlyFolders) {

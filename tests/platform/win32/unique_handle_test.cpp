@@ -67,12 +67,12 @@ TEST(UniqueHandle, EveryKindIsGoneFromTheSystemOnceItsOwnerLetsGo) {
     EXPECT_TRUE(ReleasedWithItsOwner(MemoryDc(::CreateCompatibleDC(nullptr)),
                                      [](HDC dc) { return ::GetObjectType(dc) == OBJ_MEMDC; }));
     EXPECT_TRUE(ReleasedWithItsOwner(
-        FileHandle(::CreateFileW(program, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
-                                 0, nullptr)),
+        FileHandle(::CreateFileW(program, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0,
+                                 nullptr)),
         [&](HANDLE file) { return ::GetHandleInformation(file, &flags) != FALSE; }));
     // A failed open or search answers INVALID_HANDLE_VALUE, not null: the owner holds nothing.
-    EXPECT_FALSE(FileHandle(::CreateFileW(L"C:\\none\\missing", GENERIC_READ, 0, nullptr,
-                                          OPEN_EXISTING, 0, nullptr)));
+    EXPECT_FALSE(FileHandle(
+        ::CreateFileW(L"C:\\none\\missing", GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr)));
     EXPECT_FALSE(FindHandle(::FindFirstFileW(L"C:\\none\\*", &found)));
     EXPECT_TRUE(ReleasedWithItsOwner(FindHandle(::FindFirstFileW(program, &found)), [&](HANDLE s) {
         return ::FindNextFileW(s, &found) != FALSE || ::GetLastError() == ERROR_NO_MORE_FILES;
@@ -80,8 +80,7 @@ TEST(UniqueHandle, EveryKindIsGoneFromTheSystemOnceItsOwnerLetsGo) {
     EXPECT_TRUE(ReleasedWithItsOwner(
         OpenRegistryKey(HKEY_CURRENT_USER, L"Software", KEY_READ), [&](HKEY key) {
             return ::RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, &flags, nullptr, nullptr,
-                                      nullptr, nullptr, nullptr, nullptr,
-                                      nullptr) == ERROR_SUCCESS;
+                                      nullptr, nullptr, nullptr, nullptr, nullptr) == ERROR_SUCCESS;
         }));
     EXPECT_TRUE(ReleasedWithItsOwner(ModuleHandle(::LoadLibraryW(L"mpr.dll")), [](HMODULE) {
         return ::GetModuleHandleW(L"mpr.dll") != nullptr;

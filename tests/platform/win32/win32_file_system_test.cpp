@@ -4,10 +4,10 @@
 
 #include "../file_system_port_test.h"
 
-INSTANTIATE_TEST_SUITE_P(
-    Win32, FileSystemPortTest,
-    ::testing::Values(FileSystemUnderTest{
-        [] { return std::unique_ptr<FileSystem>(new Win32FileSystem); }, L"test_win32.exe"}));
+INSTANTIATE_TEST_SUITE_P(Win32, FileSystemPortTest,
+                         ::testing::Values(FileSystemUnderTest{
+                             [] { return std::unique_ptr<FileSystem>(new Win32FileSystem); },
+                             L"test_win32.exe"}));
 
 // Names on this disk are the same in any case, the exact ones as much as the patterns.
 TEST(Win32FileSystem, FindsAnExactNameInAnyCaseAndTheUserDataFolderExists) {
