@@ -13,25 +13,18 @@
 
 namespace {
 
-// The test program stands for the plug-in: the libraries are loaded before the first test, as
-// at the plug-in's load, and freed after the last, as at its unload.
-class LoadedSystemLibraries : public ::testing::Environment {
-public:
-    void SetUp() override {
-        m_libraries.emplace();
-        m_installed.emplace(*m_libraries);
-    }
+// The test program stands for the plug-in: the libraries are loaded before the first test and
+// freed after the last, as at the plug-in's load and unload.
+struct LoadedSystemLibraries : ::testing::Environment {
+    void SetUp() override { installed.emplace(libraries.emplace()); }
     void TearDown() override {
-        m_installed.reset();
-        m_libraries.reset();
+        installed.reset();
+        libraries.reset();
     }
-
-private:
-    std::optional<SystemLibraries> m_libraries;
-    std::optional<ScopedPort<SystemLibraries>> m_installed;
+    std::optional<SystemLibraries> libraries;
+    std::optional<ScopedPort<SystemLibraries>> installed;
 };
-
-[[maybe_unused]] auto* const kLoadedSystemLibraries =
+[[maybe_unused]] auto* const kLoaded =
     ::testing::AddGlobalTestEnvironment(new LoadedSystemLibraries);
 
 }  // namespace

@@ -57,7 +57,7 @@ TEST(UniqueHandle, EveryKindIsGoneFromTheSystemOnceItsOwnerLetsGo) {
     wchar_t program[MAX_PATH] = {};
     ASSERT_NE(::GetModuleFileNameW(nullptr, program, MAX_PATH), 0u);
     WIN32_FIND_DATAW found{};
-    DWORD flags = 0;
+    DWORD count = 0;
     int size = 0;
     // A library that nothing else here loads, so that its last reference is the owner's.
     ASSERT_EQ(::GetModuleHandleW(L"mpr.dll"), nullptr);
@@ -69,7 +69,7 @@ TEST(UniqueHandle, EveryKindIsGoneFromTheSystemOnceItsOwnerLetsGo) {
     EXPECT_TRUE(ReleasedWithItsOwner(
         FileHandle(::CreateFileW(program, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0,
                                  nullptr)),
-        [&](HANDLE file) { return ::GetHandleInformation(file, &flags) != FALSE; }));
+        [&](HANDLE file) { return ::GetHandleInformation(file, &count) != FALSE; }));
     // A failed open or search answers INVALID_HANDLE_VALUE, not null: the owner holds nothing.
     EXPECT_FALSE(FileHandle(
         ::CreateFileW(L"C:\\none\\missing", GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr)));
@@ -79,7 +79,7 @@ TEST(UniqueHandle, EveryKindIsGoneFromTheSystemOnceItsOwnerLetsGo) {
     }));
     EXPECT_TRUE(ReleasedWithItsOwner(
         OpenRegistryKey(HKEY_CURRENT_USER, L"Software", KEY_READ), [&](HKEY key) {
-            return ::RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, &flags, nullptr, nullptr,
+            return ::RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, &count, nullptr, nullptr,
                                       nullptr, nullptr, nullptr, nullptr, nullptr) == ERROR_SUCCESS;
         }));
     EXPECT_TRUE(ReleasedWithItsOwner(ModuleHandle(::LoadLibraryW(L"mpr.dll")), [](HMODULE) {
