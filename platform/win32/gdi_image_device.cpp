@@ -81,16 +81,6 @@ std::vector<std::uint8_t> ReadDib(HBITMAP bitmap, HDC dc) {
 
 }  // namespace
 
-AlphaBlendFunction SystemAlphaBlend() {
-    // Looked up once; the library stays loaded until the module goes.
-    static const ModuleHandle library(::LoadLibraryW(L"msimg32.dll"));
-    static const AlphaBlendFunction function =
-        library ? reinterpret_cast<AlphaBlendFunction>(
-                      reinterpret_cast<void*>(::GetProcAddress(library.Get(), "AlphaBlend")))
-                : nullptr;
-    return function;
-}
-
 int DeviceCaps(HDC dc, int index) {
     if (IsInstalled<DeviceCapsReader>())
         return Use<DeviceCapsReader>().Get(dc, index);
@@ -138,13 +128,14 @@ BitmapHandle MakeDeviceBitmap(const BYTE* dib, std::size_t size, HPALETTE palett
     // A 1-bit picture is made on a memory context, whose bitmap is monochrome, so that it
     // stays monochrome; any other on the screen's context.
     MemoryDc memory;
-    std::optional<WindowDc> screen;
+    WindowDc screen;
     if (dc == nullptr) {
         if (source.IsValid() && source.BitCount() == 1) {
             memory = MemoryDc(::CreateCompatibleDC(nullptr));
             dc = memory.Get();
         } else {
-            dc = screen.emplace(nullptr).Get();
+            screen = GetWindowDc(nullptr);
+            dc = screen.Get();
         }
         if (dc == nullptr) {
             Fail(kImageNoDevice, kDibToBitmap);

@@ -8,12 +8,8 @@
 #include <cstddef>
 
 #include "platform/win32/gdi_handles.h"
+#include "platform/win32/system_libraries.h"
 #include "views/image_ops.h"
-
-// The system's AlphaBlend, looked up in msimg32.dll once per process; null where it is missing.
-using AlphaBlendFunction = BOOL(WINAPI*)(HDC, int, int, int, int, HDC, int, int, int, int,
-                                         BLENDFUNCTION);
-AlphaBlendFunction SystemAlphaBlend();
 
 // Where the operations read a device's capabilities. Nothing is installed in the product, and
 // GetDeviceCaps answers; a test installs one (ScopedPort) to play a palette device or a device

@@ -6,6 +6,9 @@
 
 #include <algorithm>
 #include <atomic>
+#include <utility>
+
+#include "platform/win32/unique_handle.h"
 
 namespace {
 
@@ -63,32 +66,9 @@ FoundFile Describe(std::wstring name, DWORD attributes, DWORD sizeHigh, DWORD si
     return found;
 }
 
-// Closes a handle when the scope ends.
-class Handle {
-public:
-    explicit Handle(HANDLE handle) : m_handle(handle) {}
-    ~Handle() {
-        if (IsValid())
-            ::CloseHandle(m_handle);
-    }
-    Handle(const Handle&) = delete;
-    Handle& operator=(const Handle&) = delete;
-
-    bool IsValid() const { return m_handle != INVALID_HANDLE_VALUE && m_handle != nullptr; }
-    HANDLE Get() const { return m_handle; }
-    bool Close() {
-        const bool closed = ::CloseHandle(m_handle) != 0;
-        m_handle = INVALID_HANDLE_VALUE;
-        return closed;
-    }
-
-private:
-    HANDLE m_handle;
-};
-
 class Win32InputFile : public InputFile {
 public:
-    Win32InputFile(HANDLE handle, std::uint64_t size) : m_handle(handle), m_size(size) {}
+    Win32InputFile(FileHandle file, std::uint64_t size) : m_file(std::move(file)), m_size(size) {}
 
     std::uint64_t Size() const override { return m_size; }
 
@@ -103,7 +83,7 @@ public:
             at.Offset = static_cast<DWORD>(position);
             at.OffsetHigh = static_cast<DWORD>(position >> 32);
             DWORD got = 0;
-            if (!::ReadFile(m_handle.Get(), bytes + done, chunk, &got, &at) || got == 0)
+            if (!::ReadFile(m_file.Get(), bytes + done, chunk, &got, &at) || got == 0)
                 break;
             done += got;
         }
@@ -111,7 +91,7 @@ public:
     }
 
 private:
-    Handle m_handle;
+    FileHandle m_file;
     std::uint64_t m_size;
 };
 
@@ -128,18 +108,23 @@ bool WriteWhole(HANDLE file, const std::string& bytes) {
     return true;
 }
 
+struct TempFile {
+    std::wstring path;  // empty when none could be made
+    FileHandle file;
+};
+
 // A new file beside `target` that no one else has: the name carries the process and a counter,
 // and CREATE_NEW refuses a name that is taken.
-std::wstring CreateSiblingTemp(const std::wstring& target, HANDLE& file) {
+TempFile CreateSiblingTemp(const std::wstring& target) {
     static std::atomic<unsigned> counter{0};
     const std::wstring stem = FolderOf(target) + L"~" + NameOf(target) + L"." +
                               std::to_wstring(::GetCurrentProcessId()) + L".";
     for (int attempt = 0; attempt < 100; ++attempt) {
         std::wstring temp = stem + std::to_wstring(counter++) + L".tmp";
-        file = ::CreateFileW(temp.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
-                             FILE_ATTRIBUTE_NORMAL, nullptr);
-        if (file != INVALID_HANDLE_VALUE)
-            return temp;
+        FileHandle file(::CreateFileW(temp.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                      FILE_ATTRIBUTE_NORMAL, nullptr));
+        if (file)
+            return {std::move(temp), std::move(file)};
         if (::GetLastError() != ERROR_FILE_EXISTS && ::GetLastError() != ERROR_ALREADY_EXISTS)
             break;
     }
@@ -163,14 +148,13 @@ std::vector<FoundFile> Win32FileSystem::Find(const std::wstring& pattern) {
         return result;
     }
     WIN32_FIND_DATAW data{};
-    HANDLE search = ::FindFirstFileW(native.c_str(), &data);
-    if (search == INVALID_HANDLE_VALUE)
+    const FindHandle search(::FindFirstFileW(native.c_str(), &data));
+    if (!search)
         return result;
     do {
         result.push_back(Describe(data.cFileName, data.dwFileAttributes, data.nFileSizeHigh,
                                   data.nFileSizeLow, data.ftLastWriteTime));
-    } while (::FindNextFileW(search, &data));
-    ::FindClose(search);
+    } while (::FindNextFileW(search.Get(), &data));
     return result;
 }
 
@@ -193,17 +177,14 @@ std::optional<FoundFile> Win32FileSystem::Stat(const std::wstring& path) {
 std::unique_ptr<InputFile> Win32FileSystem::OpenRead(const std::wstring& path) {
     // Others may go on writing or replacing the file while it is read, as the host's own
     // readers allow.
-    HANDLE file = ::CreateFileW(NativePath(path).c_str(), GENERIC_READ,
-                                FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE)
-        return nullptr;
+    FileHandle file(::CreateFileW(NativePath(path).c_str(), GENERIC_READ,
+                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                  OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     LARGE_INTEGER size{};
-    if (!::GetFileSizeEx(file, &size) || ::GetFileType(file) != FILE_TYPE_DISK) {
-        ::CloseHandle(file);
+    if (!file || !::GetFileSizeEx(file.Get(), &size) || ::GetFileType(file.Get()) != FILE_TYPE_DISK)
         return nullptr;
-    }
-    return std::make_unique<Win32InputFile>(file, static_cast<std::uint64_t>(size.QuadPart));
+    return std::make_unique<Win32InputFile>(std::move(file),
+                                            static_cast<std::uint64_t>(size.QuadPart));
 }
 
 std::optional<std::string> Win32FileSystem::ReadAll(const std::wstring& path, std::uint64_t limit) {
@@ -217,17 +198,15 @@ bool Win32FileSystem::WriteAtomic(const std::wstring& path, const std::string& b
         (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)) != 0) {
         return false;
     }
-    HANDLE raw = INVALID_HANDLE_VALUE;
-    const std::wstring temp = CreateSiblingTemp(target, raw);
-    if (temp.empty())
+    TempFile temp = CreateSiblingTemp(target);
+    if (!temp.file)
         return false;
-    Handle file(raw);
-    const bool written = WriteWhole(file.Get(), bytes) && ::FlushFileBuffers(file.Get());
-    const bool closed = file.Close();
+    const bool written = WriteWhole(temp.file.Get(), bytes) && ::FlushFileBuffers(temp.file.Get());
+    const bool closed = temp.file.Reset();
     if (!written || !closed ||
-        !::MoveFileExW(temp.c_str(), target.c_str(),
+        !::MoveFileExW(temp.path.c_str(), target.c_str(),
                        MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
-        ::DeleteFileW(temp.c_str());
+        ::DeleteFileW(temp.path.c_str());
         return false;
     }
     return true;

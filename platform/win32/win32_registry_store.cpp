@@ -3,38 +3,11 @@
 #include <windows.h>
 
 #include <iterator>
-#include <type_traits>
-#include <utility>
 
 #include "platform/portable/reg_file_document.h"
+#include "platform/win32/unique_handle.h"
 
 namespace {
-
-// An open registry key, closed by its owner. The predefined root keys are never held here.
-class RegistryKeyHandle {
-public:
-    RegistryKeyHandle() = default;
-    explicit RegistryKeyHandle(HKEY key) : m_key(key) {}
-    ~RegistryKeyHandle() {
-        if (m_key != nullptr)
-            ::RegCloseKey(m_key);
-    }
-    RegistryKeyHandle(RegistryKeyHandle&& other) noexcept
-        : m_key(std::exchange(other.m_key, nullptr)) {}
-    RegistryKeyHandle& operator=(RegistryKeyHandle&& other) noexcept {
-        std::swap(m_key, other.m_key);
-        return *this;
-    }
-
-    explicit operator bool() const { return m_key != nullptr; }
-    HKEY Get() const { return m_key; }
-
-private:
-    HKEY m_key = nullptr;
-};
-static_assert(!std::is_copy_constructible_v<RegistryKeyHandle> &&
-                  !std::is_copy_assignable_v<RegistryKeyHandle>,
-              "a key handle has one owner");
 
 HKEY RootKey(RegHive hive) {
     // In the order of RegHive, whose numbers start at None.
@@ -47,13 +20,11 @@ HKEY RootKey(RegHive hive) {
 }
 
 // The registry refuses a path with empty parts ("a\\\\b", a leading '\'); the port lets them be.
-RegistryKeyHandle Open(RegHive hive, const std::wstring& path) {
+RegistryKey Open(RegHive hive, const std::wstring& path) {
     HKEY root = RootKey(hive);
-    HKEY key = nullptr;
-    if (root == nullptr || ::RegOpenKeyExW(root, NormalizeKeyPath(path).c_str(), 0, reg::kAllAccess,
-                                           &key) != ERROR_SUCCESS)
+    if (root == nullptr)
         return {};
-    return RegistryKeyHandle(key);
+    return OpenRegistryKey(root, NormalizeKeyPath(path).c_str(), reg::kAllAccess);
 }
 
 // Key and value names are at most this long, terminator included.
@@ -84,17 +55,18 @@ bool Win32RegistryStore::CreateKey(RegHive hive, const std::wstring& path) {
     HKEY root = RootKey(hive);
     if (root == nullptr)
         return false;
+    const std::wstring normalized = NormalizeKeyPath(path);
     HKEY key = nullptr;
-    if (::RegCreateKeyExW(root, NormalizeKeyPath(path).c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
-                          reg::kAllAccess, nullptr, &key, nullptr) != ERROR_SUCCESS)
-        return false;
-    RegistryKeyHandle created(key);
-    return true;
+    const LSTATUS status = ::RegCreateKeyExW(root, normalized.c_str(), 0, nullptr,
+                                             REG_OPTION_NON_VOLATILE, reg::kAllAccess, nullptr,
+                                             &key, nullptr);
+    const RegistryKey created(status == ERROR_SUCCESS ? key : nullptr);
+    return static_cast<bool>(created);
 }
 
 std::optional<RegValue> Win32RegistryStore::QueryValue(RegHive hive, const std::wstring& path,
                                                        const std::wstring& name) {
-    RegistryKeyHandle key = Open(hive, path);
+    RegistryKey key = Open(hive, path);
     if (!key)
         return std::nullopt;
     // Size first, then the bytes; a value that grows between the two calls is asked again.
@@ -120,7 +92,7 @@ std::optional<RegValue> Win32RegistryStore::QueryValue(RegHive hive, const std::
 
 bool Win32RegistryStore::SetValue(RegHive hive, const std::wstring& path, const std::wstring& name,
                                   const RegValue& value) {
-    RegistryKeyHandle key = Open(hive, path);
+    RegistryKey key = Open(hive, path);
     if (!key)
         return false;
     // For a string the registry looks at the character behind the data and, when that is a
@@ -138,12 +110,12 @@ bool Win32RegistryStore::SetValue(RegHive hive, const std::wstring& path, const 
 
 bool Win32RegistryStore::DeleteValue(RegHive hive, const std::wstring& path,
                                      const std::wstring& name) {
-    RegistryKeyHandle key = Open(hive, path);
+    RegistryKey key = Open(hive, path);
     return key && ::RegDeleteValueW(key.Get(), name.c_str()) == ERROR_SUCCESS;
 }
 
 std::vector<std::wstring> Win32RegistryStore::ValueNames(RegHive hive, const std::wstring& path) {
-    RegistryKeyHandle key = Open(hive, path);
+    RegistryKey key = Open(hive, path);
     if (!key)
         return {};
     return Enumerate([&key](DWORD index, wchar_t* name, DWORD* length) {
@@ -152,7 +124,7 @@ std::vector<std::wstring> Win32RegistryStore::ValueNames(RegHive hive, const std
 }
 
 std::vector<std::wstring> Win32RegistryStore::SubKeyNames(RegHive hive, const std::wstring& path) {
-    RegistryKeyHandle key = Open(hive, path);
+    RegistryKey key = Open(hive, path);
     if (!key)
         return {};
     return Enumerate([&key](DWORD index, wchar_t* name, DWORD* length) {

@@ -68,7 +68,7 @@ constexpr int kFullCaps = RC_BITBLT | RC_BITMAP64 | RC_DI_BITMAP | RC_STRETCHBLT
 }  // namespace
 
 TEST(GdiImageDevice, ReadsBitmapsOfEveryDepthIntoRgb) {
-    const WindowDc screen(nullptr);
+    const WindowDc screen = GetWindowDc(nullptr);
     DibSpec core = SizedDib(7, 5, 4);
     core.coreHeader = true;
     DibSpec fewColours = SizedDib(9, 4, 8);
@@ -94,7 +94,7 @@ TEST(GdiImageDevice, MakesDeviceBitmapsOfDibsAndMonochromeOnesOfOneBitDibs) {
     blackAndWhite.palette = {0x000000, 0xFFFFFF};
     const std::string dibs[] = {MakeDib(SizedDib(9, 5, 8)), MakeDib(SizedDib(8, 3, 24)),
                                 MakeDib(blackAndWhite)};
-    const WindowDc screen(nullptr);
+    const WindowDc screen = GetWindowDc(nullptr);
     for (const std::string& dib : dibs) {
         const BitmapHandle bitmap = IS40_DIBToHBITMAP(BytesOf(dib), dib.size(), nullptr, nullptr);
         ASSERT_TRUE(bitmap);
@@ -149,8 +149,7 @@ TEST(GdiImageDevice, ReportsBadArgumentsAndPicturesGdiCannotMake) {
     EXPECT_EQ(ImageLibrary().lastError, kImageCreateBitmapFailed);
 
     // A device that claims to read DIBs but makes no bitmap: CreateDIBitmap fails.
-    const HDC gone = ::CreateCompatibleDC(nullptr);
-    ::DeleteDC(gone);
+    const HDC gone = MemoryDc(::CreateCompatibleDC(nullptr)).Get();
     ChosenCaps claims(kFullCaps);
     const ScopedPort<DeviceCapsReader> seam(claims);
     const std::string dib = MakeDib(SizedDib(4, 4, 24));

@@ -1,9 +1,33 @@
 #include "gdi_test_support.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <optional>
+
+#include "platform/win32/system_libraries.h"
+#include "ports/port.h"
+
+namespace {
+
+// The test program stands for the plug-in: the libraries are loaded before the first test and
+// freed after the last, as at the plug-in's load and unload.
+struct LoadedSystemLibraries : ::testing::Environment {
+    void SetUp() override { installed.emplace(libraries.emplace()); }
+    void TearDown() override {
+        installed.reset();
+        libraries.reset();
+    }
+    std::optional<SystemLibraries> libraries;
+    std::optional<ScopedPort<SystemLibraries>> installed;
+};
+[[maybe_unused]] auto* const kLoaded =
+    ::testing::AddGlobalTestEnvironment(new LoadedSystemLibraries);
+
+}  // namespace
 
 int LiveGdiObjects() {
     const DWORD reported = ::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS);

@@ -7,6 +7,8 @@
 #include <random>
 #include <string>
 
+#include "platform/win32/unique_handle.h"
+
 class ScratchRegistryKey {
 public:
     ScratchRegistryKey() {
@@ -27,11 +29,7 @@ public:
     const std::wstring& Path() const { return m_path; }
 
     bool Exists() const {
-        HKEY key = nullptr;
-        if (::RegOpenKeyExW(HKEY_CURRENT_USER, m_path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS)
-            return false;
-        ::RegCloseKey(key);
-        return true;
+        return static_cast<bool>(OpenRegistryKey(HKEY_CURRENT_USER, m_path.c_str(), KEY_READ));
     }
 
 private:

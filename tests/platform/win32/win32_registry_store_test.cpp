@@ -88,11 +88,9 @@ TEST_F(Win32RegistryStoreTest, EveryCallClosesTheKeyItOpened) {
     // A freed handle's slot is given out again: a key opened after the calls gets the same
     // handle as one opened before them unless the calls left some open.
     auto probe = [this] {
-        HKEY key = nullptr;
-        EXPECT_EQ(::RegOpenKeyExW(HKEY_CURRENT_USER, root.c_str(), 0, KEY_READ, &key),
-                  ERROR_SUCCESS);
-        ::RegCloseKey(key);
-        return key;
+        const RegistryKey key = OpenRegistryKey(HKEY_CURRENT_USER, root.c_str(), KEY_READ);
+        EXPECT_TRUE(key);
+        return key.Get();
     };
     cycle();
     const HKEY before = probe();
