@@ -2,7 +2,8 @@
 // The simulated window system: a tree of windows with class names, titles, rectangles in their
 // parents' coordinates, styles and a visible state, laid out like the host's main window (frame,
 // MDI client, command-line container, command window, the command-line control). Every window
-// has a procedure that may be replaced (subclassing); messages go through it: a move sends
+// has a procedure that may be replaced (subclassing); messages go through it, packed as the
+// real window system packs them (points in lParam, records by pointer): a move sends
 // WM_WINDOWPOSCHANGING and takes the WINDOWPOS that comes back, a destruction sends
 // WM_NCDESTROY, timers send WM_TIMER. The frame, the container and the command window lay out
 // their host children when they move, through the same moves. Moves and redraws are logged.
@@ -29,7 +30,7 @@ struct SimWindow {
     bool zoomed = false;
     SimProcedure* procedure = nullptr;  // owned by the window system
     int redraws = 0;
-    WindowMessageHandler* handler = nullptr;  // not owned
+    WindowHandler* handler = nullptr;  // not owned
     struct Timer {
         unsigned period = 0;
         long long due = 0;  // on the window system's clock, in ms
@@ -85,7 +86,7 @@ public:
     void SetParent(HostWindow* window, HostWindow* parent) override;
     win::RECT MdiClientRoom(HostWindow* frame) override;
     int SystemMetric(int index) override;
-    void SetMessageHandler(HostWindow* window, WindowMessageHandler* handler) override;
+    void SetMessageHandler(HostWindow* window, WindowHandler* handler) override;
     void SetTimer(HostWindow* window, unsigned id, unsigned ms) override;
     void KillTimer(HostWindow* window, unsigned id) override;
 
@@ -94,6 +95,8 @@ public:
     void Restore(HostWindow* window, OldWindowProcedure* procedure) override;
     std::intptr_t CallOld(OldWindowProcedure* procedure, HostWindow* window, unsigned message,
                           std::uintptr_t wParam, std::intptr_t lParam) override;
+    MsgResult Dispatch(WindowHandler& handler, unsigned message, std::uintptr_t wParam,
+                       std::intptr_t lParam) override;
     std::intptr_t Send(HostWindow* window, unsigned message, std::uintptr_t wParam,
                        std::intptr_t lParam) override;
     // Whether the window's procedure is still the one it was made with.

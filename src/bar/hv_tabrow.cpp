@@ -2,6 +2,7 @@
 
 #include "host/tabrow_app.h"
 #include "ports/port.h"
+#include "ports/window_messages.h"
 #include "ports/window_system.h"
 
 namespace {
@@ -43,7 +44,10 @@ bool HvTabrow::Create() {
         m_hWnd = windows.CreateChild(g_hwndFrame, L"HvTabrow",
                                      win::RECT{0, 0, frame.Width(), kDockedThickness}, style);
     }
-    if (m_hWnd == nullptr || !CreateViews())
+    if (m_hWnd == nullptr)
+        return false;
+    windows.SetMessageHandler(m_hWnd, this);
+    if (!CreateViews())
         return false;
     m_bCreated = 1;
     SetTabMode(m_bTabMode >= 1, false);
@@ -78,4 +82,22 @@ bool HvTabrow::IsBarVisible() const {
 void HvTabrow::CenterFloating() {
     if (m_hFloatWnd != nullptr)
         Use<WindowSystem>().CenterInScreen(m_hFloatWnd);
+}
+
+MsgResult HvTabrow::OnClose() {
+    return MsgResult::Handled();
+}
+
+MsgResult HvTabrow::OnKeepFocus() {
+    return MsgResult::Handled(1);
+}
+
+MsgResult HvTabrow::OnNotify(const win::NMHDR& header) {
+    if (header.hwndFrom != m_tabCtrl.m_hWnd || m_tabCtrl.m_hWnd == nullptr)
+        return MsgResult::NotHandled();
+    switch (header.code) {
+        case tcn::kSelChanging: return MsgResult::Handled(OnTabSelChanging() ? 1 : 0);
+        case tcn::kSelChange: OnTabSelChange(); return MsgResult::Handled();
+        default: return MsgResult::NotHandled();
+    }
 }

@@ -10,6 +10,7 @@
 #include "foundation/win_types.h"
 #include "host/doc_manager_reactor.h"
 #include "host/editor_reactor.h"
+#include "ports/window_handler.h"
 #include "settings/tabrow_settings.h"
 #include "views/dwg_palette.h"
 #include "views/dwg_tab_ctrl.h"
@@ -17,7 +18,8 @@
 struct HostDocument;
 struct HostWindow;
 
-class HvTabrow : public TabrowSettings {
+// The bar's window's messages come to the bar itself.
+class HvTabrow : public TabrowSettings, public WindowHandler {
 public:
     HvTabrow();  // loads the settings and attaches the reactors
     virtual ~HvTabrow();
@@ -48,6 +50,12 @@ public:
     bool OnTabSelChanging();
     // TCN_SELCHANGE: switches to the drawing of the selected tab.
     void OnTabSelChange();
+    // The bar's window. A close message is ignored, so the bar can't be closed by a message.
+    MsgResult OnClose() override;
+    MsgResult OnKeepFocus() override;
+    // The tab control's selection notifications go to OnTabSelChanging and OnTabSelChange.
+    MsgResult OnNotify(const win::NMHDR& header) override;
+
     // The recent drawings; for now the names are only recorded, newest last.
     void AddRecentFile(const std::wstring& path);
 
@@ -71,7 +79,6 @@ public:
     std::int32_t m_bCreated = 0;    // the children exist
     std::int32_t m_nTabRows = 1;    // the tab control's rows as last seen
     std::uint8_t m_bSwitching = 0;  // the bar itself asks the host to switch drawings
-    int m_nTipRefreshes = 0;        // how often the tips were renewed
 
 private:
     // The palette first, then the tabs, as every list change goes.

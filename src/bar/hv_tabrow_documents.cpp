@@ -81,7 +81,6 @@ void HvTabrow::SetTabMode(bool bTabs, bool bRefresh) {
 void HvTabrow::RefreshTips() {
     if (m_bCreated == 0)
         return;
-    ++m_nTipRefreshes;
     if (m_bTabMode == 0)
         Use<WindowSystem>().Redraw(m_palette.m_hWnd, kRedrawNow);
 }

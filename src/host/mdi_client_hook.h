@@ -18,10 +18,10 @@ extern win::RECT g_rcMdiClientSize;  // the aspect ratio of the palette's previe
 win::RECT CutBarRoom(win::WINDOWPOS& pos, int dockSide, int thickness);
 
 class HvTrMdiClientWnd : public CSubclassWnd {
-protected:
+public:
     // Tells by the hooked window whether it works for the MDI client or the command window.
-    std::intptr_t WindowProc(unsigned message, std::uintptr_t wParam,
-                             std::intptr_t lParam) override;
+    // Always passes the position on, cut or not: the host's own code must see it.
+    MsgResult OnWindowPosChanging(win::WINDOWPOS& pos) override;
 
 private:
     void CutCommandWindow(win::WINDOWPOS& pos);

@@ -17,13 +17,10 @@ namespace {
 class TimerCounter : public CSubclassWnd {
 public:
     int fired = 0;
-
-protected:
-    std::intptr_t WindowProc(unsigned message, std::uintptr_t wParam,
-                             std::intptr_t lParam) override {
-        if (message == wm::kTimer && wParam == HvDwgPalette::kViewChangedTimer)
+    MsgResult OnTimer(unsigned id) override {
+        if (id == HvDwgPalette::kViewChangedTimer)
             ++fired;
-        return CSubclassWnd::WindowProc(message, wParam, lParam);
+        return MsgResult::NotHandled();
     }
 };
 

@@ -30,12 +30,18 @@ std::intptr_t LowerBy40(HostWindow* window, unsigned message, std::uintptr_t wPa
     return g_windows->CallOld(g_old, window, message, wParam, lParam);
 }
 
-class Recorder : public WindowMessageHandler {
+class Recorder : public WindowHandler {
 public:
-    std::intptr_t OnMessage(HostWindow*, unsigned message, std::uintptr_t wParam,
-                            std::intptr_t) override {
+    MsgResult OnTimer(unsigned id) override { return Seen(wm::kTimer, id); }
+    MsgResult OnNcDestroy() override { return Seen(wm::kNcDestroy, 0); }
+    MsgResult OnWindowPosChanging(win::WINDOWPOS&) override {
+        return Seen(wm::kWindowPosChanging, 0);
+    }
+
+private:
+    MsgResult Seen(unsigned message, unsigned wParam) {
         g_log.push_back("own " + std::to_string(message) + " " + std::to_string(wParam));
-        return 0;
+        return MsgResult::Handled();
     }
 };
 
@@ -85,8 +91,8 @@ TEST(SimHostMessages, AMessageOfTheMainLoopReachesTheWatchersFirstThenItsWindow)
         host.Windows().CreateChild(host.Windows().MdiClient(), L"View", win::RECT{}, ws::kChild);
     host.Windows().SetMessageHandler(view, &own);
     host.RegisterMessageWatcher(CountWatched);
-    host.PumpMessage(HostMessage{view, wm::kMouseWheel, 3, 0});
-    EXPECT_EQ(g_log, (std::vector<std::string>{"watcher 522", "own 522 3"}));
+    host.PumpMessage(HostMessage{view, wm::kTimer, 3, 0});
+    EXPECT_EQ(g_log, (std::vector<std::string>{"watcher 275", "own 275 3"}));
     g_windows = nullptr;
 }
 
