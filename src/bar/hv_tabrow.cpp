@@ -1,6 +1,7 @@
 #include "bar/hv_tabrow.h"
 
-#include "host/tabrow_app.h"
+#include "layout/host_windows.h"
+#include "layout/relayout.h"
 #include "ports/port.h"
 #include "ports/window_messages.h"
 #include "ports/window_system.h"
@@ -10,7 +11,10 @@ constexpr int kDockedThickness = 24;
 constexpr win::RECT kFloatingRect{100, 100, 700, 130};
 }  // namespace
 
-HvTabrow::HvTabrow() {
+HvTabrow::HvTabrow(const BarContext& context)
+    : m_store(context.settings),
+      m_strAppDataFolder(context.appDataFolder),
+      m_pHostApp(context.hostApp) {
     LoadSettings();
 }
 
@@ -27,8 +31,8 @@ void HvTabrow::LoadSettings() {
     // Before the hook has seen the command window, its present width gives the default.
     if (g_hwndCmdWnd != nullptr)
         system.commandWindowWidth = Use<WindowSystem>().RectInParent(g_hwndCmdWnd).Width();
-    system.appDataFolder = theApp.m_strAppDataDir;
-    Load(theApp, system);
+    system.appDataFolder = m_strAppDataFolder;
+    Load(m_store, system);
 }
 
 bool HvTabrow::Create() {

@@ -8,20 +8,31 @@
 #include <vector>
 
 #include "foundation/win_types.h"
-#include "host/doc_manager_reactor.h"
-#include "host/editor_reactor.h"
+#include "bar/doc_manager_reactor.h"
+#include "bar/editor_reactor.h"
 #include "ports/window_handler.h"
 #include "settings/tabrow_settings.h"
 #include "views/dwg_palette.h"
 #include "views/dwg_tab_ctrl.h"
 
+class HvRegImpl;
+struct HostApplication;
 struct HostDocument;
 struct HostWindow;
+
+// What the bar is given when it is made: the settings store it loads from and writes to, the
+// per-user data folder, and the host's automation application (not owned; null when the host
+// gave none).
+struct BarContext {
+    HvRegImpl& settings;
+    std::wstring appDataFolder;
+    HostApplication* hostApp = nullptr;
+};
 
 // The bar's window's messages come to the bar itself.
 class HvTabrow : public TabrowSettings, public WindowHandler {
 public:
-    HvTabrow();  // loads the settings and attaches the reactors
+    explicit HvTabrow(const BarContext& context);  // loads the settings, attaches the reactors
     virtual ~HvTabrow();
     HvTabrow(const HvTabrow&) = delete;
     HvTabrow& operator=(const HvTabrow&) = delete;
@@ -71,6 +82,7 @@ public:
     // The drawing whose tab is selected, or null.
     HostDocument* ActiveDocument();
 
+    HvRegImpl& m_store;  // the settings' store; outlives the bar. Before the reactors, which read it
     HvDwgTabCtrl m_tabCtrl{*this};
     HvDwgPalette m_palette{*this};
     std::vector<std::wstring> m_RecentFiles;
@@ -90,6 +102,8 @@ private:
     bool CreateViews();
     void ShowViews(bool anyOpen);
 
-    HostWindow* m_hWnd = nullptr;       // owned: destroyed with the bar
+    std::wstring m_strAppDataFolder;
+    HostApplication* m_pHostApp = nullptr;  // not owned
+    HostWindow* m_hWnd = nullptr;           // owned: destroyed with the bar
     HostWindow* m_hFloatWnd = nullptr;  // owned, null while docked
 };

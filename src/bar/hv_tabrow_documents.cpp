@@ -3,8 +3,8 @@
 
 #include "bar/hv_tabrow.h"
 
-#include "host/relayout.h"
-#include "host/tabrow_app.h"
+#include "layout/host_windows.h"
+#include "layout/relayout.h"
 #include "ports/host_automation.h"
 #include "ports/host_documents.h"
 #include "ports/host_services.h"
@@ -45,7 +45,7 @@ HostDocument* HvTabrow::ActiveDocument() {
 }
 
 int HvTabrow::GetOpenDocumentCount() {
-    return Use<HostAutomation>().DocumentCount(g_pHostApp);
+    return Use<HostAutomation>().DocumentCount(m_pHostApp);
 }
 
 std::wstring HvTabrow::GetDocumentName(HostDocument* doc, bool bFullPath) {

@@ -5,10 +5,6 @@
 #include "ports/port.h"
 #include "ports/window_system.h"
 
-win::RECT g_rcCmdWnd;
-win::RECT g_rcMdiClient;
-win::RECT g_rcMdiClientSize;
-
 win::RECT CutBarRoom(win::WINDOWPOS& pos, int dockSide, int thickness) {
     win::RECT bar{pos.x, pos.y, pos.x + pos.cx, pos.y + pos.cy};
     switch (dockSide) {

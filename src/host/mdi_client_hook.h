@@ -5,12 +5,7 @@
 
 #include "foundation/win_types.h"
 #include "host/subclass_wnd.h"
-
-// The rectangles the host last wanted for its windows, before the cut, in their parents'
-// coordinates.
-extern win::RECT g_rcCmdWnd;         // RelayoutCmdWnd, TRCMDCENTER, the WidthOnCmdWnd default
-extern win::RECT g_rcMdiClient;      // the floating window's first placement
-extern win::RECT g_rcMdiClientSize;  // the aspect ratio of the palette's previews
+#include "layout/host_windows.h"
 
 // Cuts `thickness` out of `pos` on the dock side and returns the bar's rectangle: the gap on
 // that side of the rectangle that `pos` described. A side that doesn't apply leaves `pos` as it

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/sim/sim_host.h"
+#include "support/recording_handler.h"
 #include "ports/window_messages.h"
 
 namespace {
@@ -76,6 +77,23 @@ TEST_F(SimWindowMessages, TheFrameLaysOutItsChildrenThroughTheirProcedures) {
     windows.Show(windows.CommandContainer(), false);
     windows.Move(windows.HostFrame(), win::RECT{0, 0, 1200, 800}, true);
     EXPECT_EQ(Rect(windows.MdiClient()), (win::RECT{0, 60, 1200, 780}));  // down to the status bar
+}
+
+TEST_F(SimWindowMessages, AWindowsHandlerGetsEachMessageAsANamedCall) {
+    RecordingHandler handler;
+    HostWindow* window =
+        windows.CreateChild(windows.HostFrame(), L"View", win::RECT{}, ws::kChild);
+    windows.SetMessageHandler(window, &handler);
+    win::WINDOWPOS pos;
+    win::NMHDR header;
+    std::intptr_t answer = 0;
+    for (const PackedMessage& c : DecodingCases(pos, header)) {
+        EXPECT_EQ(windows.Send(window, c.message, c.wParam, c.lParam), ++answer) << c.call;
+        EXPECT_EQ(handler.calls.back(), c.call);
+    }
+    // A move hands the handler the position it is about to take.
+    windows.Move(window, win::RECT{5, 6, 105, 56}, true);
+    EXPECT_EQ(handler.calls.back(), "pos 5,6 100x50");
 }
 
 void CountWatched(const HostMessage& message) {
