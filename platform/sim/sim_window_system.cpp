@@ -38,16 +38,6 @@ SimWindow& SimWindowSystem::Window(HostWindow* window) {
     return *it->second;
 }
 
-std::vector<HostWindow*> SimWindowSystem::ChildrenOf(HostWindow* parent,
-                                                     const std::wstring& className) {
-    std::vector<HostWindow*> found;
-    for (auto& [handle, window] : m_windows) {
-        if (window->parent == parent && window->className == className)
-            found.push_back(handle);
-    }
-    return found;
-}
-
 HostWindow* SimWindowSystem::FindChild(HostWindow* parent, const std::wstring& className,
                                        const std::wstring& title) {
     for (auto& [handle, window] : m_windows) {
@@ -117,8 +107,17 @@ void SimWindowSystem::Move(HostWindow* window, const win::RECT& rect, bool repai
     Send(window, wm::kWindowPosChanging, 0, reinterpret_cast<std::intptr_t>(&pos));
     if (!IsWindow(window))
         return;
+    const win::RECT before = w.rect;
     w.rect = win::RECT{pos.x, pos.y, pos.x + pos.cx, pos.y + pos.cy};
     m_moves.push_back(MoveRecord{window, w.rect, repaint});
+    // A window without a frame: its client area is its whole rectangle.
+    if (w.rect.Width() != before.Width() || w.rect.Height() != before.Height()) {
+        const auto size = (static_cast<std::uint32_t>(w.rect.Height() & 0xFFFF) << 16) |
+                          static_cast<std::uint32_t>(w.rect.Width() & 0xFFFF);
+        Send(window, wm::kSize, 0, static_cast<std::intptr_t>(size));
+        if (!IsWindow(window))
+            return;
+    }
     LayOutChildren(window);
 }
 

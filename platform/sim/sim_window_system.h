@@ -4,9 +4,10 @@
 // MDI client, command-line container, command window, the command-line control). Every window
 // has a procedure that may be replaced (subclassing); messages go through it, packed as the
 // real window system packs them (points in lParam, records by pointer): a move sends
-// WM_WINDOWPOSCHANGING and takes the WINDOWPOS that comes back, a destruction sends
-// WM_NCDESTROY, timers send WM_TIMER. The frame, the container and the command window lay out
-// their host children when they move, through the same moves. Moves and redraws are logged.
+// WM_WINDOWPOSCHANGING, takes the WINDOWPOS that comes back and sends WM_SIZE when the size
+// changed, a destruction sends WM_NCDESTROY, timers send WM_TIMER. The frame, the container and
+// the command window lay out their host children when they move, through the same moves. Moves
+// and redraws are logged.
 #include <map>
 #include <memory>
 #include <string>
@@ -47,7 +48,6 @@ public:
     HostWindow* CommandWindow() { return m_cmdWnd; }
     HostWindow* CommandContainer() { return m_cmdContainer; }
     void RemoveDockedCommandLine() { m_cmdLine = nullptr; }
-    void RemoveFrame() { m_frame = nullptr; }
 
     SimWindow& Window(HostWindow* window);
     // Every Move in order, as (window, rectangle it finally took).
@@ -57,11 +57,9 @@ public:
         bool repaint;
     };
     const std::vector<MoveRecord>& Moves() const { return m_moves; }
-    std::vector<HostWindow*> ChildrenOf(HostWindow* parent, const std::wstring& className);
     // Lets `ms` of time pass: each timer that falls due sends WM_TIMER to its window, in the
     // order they fall due.
     void Elapse(unsigned ms);
-    long long Now() const { return m_now; }
 
     HostWindow* HostFrame() override { return m_frame; }
     HostWindow* DockedCommandLine() override { return m_cmdLine; }

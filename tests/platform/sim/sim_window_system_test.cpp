@@ -70,7 +70,7 @@ TEST_F(SimWindowMessages, TheFrameLaysOutItsChildrenThroughTheirProcedures) {
     windows.Move(windows.HostFrame(), win::RECT{0, 0, 1200, 800}, true);
     EXPECT_EQ(Rect(windows.CommandContainer()), (win::RECT{0, 680, 1200, 780}));
     EXPECT_EQ(Rect(windows.DockedCommandLine()), (win::RECT{0, 0, 1200, 100}));
-    EXPECT_EQ(g_log, (std::vector<std::string>{"proc 70"}));
+    EXPECT_EQ(g_log, (std::vector<std::string>{"proc 70", "proc 5"}));  // the move, the new size
 
     windows.Restore(windows.CommandContainer(), g_old);
     EXPECT_TRUE(windows.HasOwnProcedure(windows.CommandContainer()));
@@ -91,9 +91,13 @@ TEST_F(SimWindowMessages, AWindowsHandlerGetsEachMessageAsANamedCall) {
         EXPECT_EQ(windows.Send(window, c.message, c.wParam, c.lParam), ++answer) << c.call;
         EXPECT_EQ(handler.calls.back(), c.call);
     }
-    // A move hands the handler the position it is about to take.
+    // A move hands the handler the position it is about to take, then the new size; a move
+    // that keeps the size sends none.
+    handler.calls.clear();
     windows.Move(window, win::RECT{5, 6, 105, 56}, true);
-    EXPECT_EQ(handler.calls.back(), "pos 5,6 100x50");
+    windows.Move(window, win::RECT{0, 0, 100, 50}, true);
+    EXPECT_EQ(handler.calls,
+              (std::vector<std::string>{"pos 5,6 100x50", "size 0 100x50", "pos 0,0 100x50"}));
 }
 
 void CountWatched(const HostMessage& message) {

@@ -118,8 +118,10 @@ protected:
         windowClass.hInstance = ::GetModuleHandleW(nullptr);
         windowClass.lpszClassName = L"TabrowHandlerTestWindow";
         ::RegisterClassW(&windowClass);  // once per process; later calls fail harmlessly
-        hwnd = ::CreateWindowExW(0, L"TabrowHandlerTestWindow", L"", WS_OVERLAPPEDWINDOW, 100, 100,
-                                 400, 300, nullptr, nullptr, ::GetModuleHandleW(nullptr), nullptr);
+        // Visible: a hidden window has no region to invalidate.
+        hwnd = ::CreateWindowExW(0, L"TabrowHandlerTestWindow", L"",
+                                 WS_OVERLAPPEDWINDOW | WS_VISIBLE, 100, 100, 400, 300, nullptr,
+                                 nullptr, ::GetModuleHandleW(nullptr), nullptr);
         SetWindowHandler(hwnd, &handler);
     }
     ~HandlerWindowTest() override {
