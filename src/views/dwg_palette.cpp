@@ -180,6 +180,11 @@ MsgResult HvDwgPalette::OnLButtonDown(win::POINT point, unsigned) {
     return MsgResult::Handled();
 }
 
+MsgResult HvDwgPalette::OnSize(unsigned, win::SIZE) {
+    RecalcLayout();
+    return MsgResult::Handled();
+}
+
 MsgResult HvDwgPalette::OnTimer(unsigned id) {
     // One-shot: every timer of the palette stops at its first tick.
     Use<WindowSystem>().KillTimer(m_hWnd, id);

@@ -52,6 +52,8 @@ public:
     MsgResult OnLButtonDown(win::POINT point, unsigned keys) override;
     // Every timer of the palette is one-shot.
     MsgResult OnTimer(unsigned id) override;
+    // The cells follow the window's size.
+    MsgResult OnSize(unsigned type, win::SIZE client) override;
 
     HostWindow* m_hWnd = nullptr;  // destroyed with the bar
     std::vector<std::unique_ptr<TrDocItem>> m_items;

@@ -230,6 +230,16 @@ TEST_F(DocumentSession, AFailedCountEndsTheDocumentEventSilently) {
     EXPECT_EQ(TabTexts(), (Texts{L"plan", L"site"}));
 }
 
+TEST_F(DocumentSession, APaletteOfANewSizeLaysOutItsCellsAgain) {
+    host.OpenDrawing(L"C:\\jobs\\plan.dwg");
+    Load();
+    const int redraws = host.Windows().Window(Palette()).redraws;
+    host.Windows().Move(Palette(), win::RECT{0, 0, 300, 100}, false);
+    EXPECT_EQ(host.Windows().Window(Palette()).redraws, redraws + 1);
+    host.Windows().Move(Palette(), win::RECT{10, 0, 310, 100}, false);  // moved, same size
+    EXPECT_EQ(host.Windows().Window(Palette()).redraws, redraws + 1);
+}
+
 TEST_F(DocumentSession, TheViewTimerMarksTheActivePreviewOutOfDateOnce) {
     HostDocument* plan = host.OpenDrawing(L"C:\\jobs\\plan.dwg");
     Load();
