@@ -97,7 +97,7 @@ TEST_F(SimWindowMessages, AWindowsHandlerGetsEachMessageAsANamedCall) {
     windows.Move(window, win::RECT{5, 6, 105, 56}, true);
     windows.Move(window, win::RECT{0, 0, 100, 50}, true);
     EXPECT_EQ(handler.calls,
-              (std::vector<std::string>{"pos 5,6 100x50", "size 0 100x50", "pos 0,0 100x50"}));
+              (std::vector<std::string>{"pos 5 6 100 50", "size 0 100 50", "pos 0 0 100 50"}));
 }
 
 void CountWatched(const HostMessage& message) {
