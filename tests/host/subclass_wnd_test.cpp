@@ -96,7 +96,7 @@ protected:
 
 TEST_F(SubclassWnd, HooksSeeMessagesNewestFirstAndUnhookingKeepsTheRestOfTheChain) {
     ShiftHook first("first", 1, log), middle("middle", 2, log), last("last", 4, log);
-    first.HookWindow(window);
+    EXPECT_TRUE(first.HookWindow(window));
     middle.HookWindow(window);
     last.HookWindow(window);
     windows.Move(window, win::RECT{0, 0, 100, 50}, true);
