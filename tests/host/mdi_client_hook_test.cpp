@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <vector>
 
 #include "bar/document_session.h"
@@ -207,6 +208,12 @@ TEST_F(LayoutSession, RelayoutsBringANewThicknessIntoTheHostsWindows) {
     RelayoutMdiClient();
     EXPECT_EQ(Rect(g_hwndMdiClient), (win::RECT{0, 60, 1920, 730}));
     EXPECT_EQ(Rect(BarWindow()), (win::RECT{0, 730, 1920, 880}));
+    // The host's window moves without repainting; the bar, in the gap, repaints.
+    const auto& moves = host.Windows().Moves();
+    EXPECT_FALSE(moves.back().repaint);
+    EXPECT_TRUE(std::find_if(moves.rbegin(), moves.rend(), [this](const auto& move) {
+                    return move.window == BarWindow();
+                })->repaint);
 
     Bar().m_nDockSide = dock::kCmdWndRight;
     host.Windows().SetParent(BarWindow(), g_hwndCmdContainer);
