@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include "platform/sim/sim_window_system.h"
+#include "ports/window_messages.h"
 
 SimTabControl::Control& SimTabControl::Of(HostWindow* tabs) {
     if (!m_windows.IsWindow(tabs) || m_windows.Window(tabs).className != L"SysTabControl32")
@@ -10,10 +11,22 @@ SimTabControl::Control& SimTabControl::Of(HostWindow* tabs) {
     return m_controls[tabs];
 }
 
-void SimTabControl::UserSelect(HostWindow* tabs, int index) {
-    Control& c = Of(tabs);
-    if (index >= 0 && index < static_cast<int>(c.items.size()))
-        c.selected = index;
+bool SimTabControl::Click(HostWindow* tabs, int index) {
+    const Control& c = Of(tabs);
+    if (index < 0 || index >= static_cast<int>(c.items.size()) || index == c.selected)
+        return false;
+    HostWindow* parent = m_windows.Parent(tabs);
+    win::NMHDR header{tabs, 0, tcn::kSelChanging};
+    if (m_windows.Send(parent, wm::kNotify, 0, reinterpret_cast<std::intptr_t>(&header)) != 0)
+        return false;
+    // Looked up again: the parent may have changed the control while it was asked.
+    Control& now = Of(tabs);
+    if (index >= static_cast<int>(now.items.size()))
+        return false;
+    now.selected = index;
+    header.code = tcn::kSelChange;
+    m_windows.Send(parent, wm::kNotify, 0, reinterpret_cast<std::intptr_t>(&header));
+    return true;
 }
 
 int SimTabControl::SetCurSelCalls(HostWindow* tabs) {

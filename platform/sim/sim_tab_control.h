@@ -22,9 +22,11 @@ public:
     static constexpr int kTabPadding = 12;  // both sides of a tab's text together
     static constexpr int kRowHeight = 20;   // across a row, for every direction
 
-    // What the user does with the mouse: the control changes its selection itself, without
-    // TCM_SETCURSEL (the parent's notifications are the caller's to send).
-    void UserSelect(HostWindow* tabs, int index);
+    // A click on a tab as the control handles it, without TCM_SETCURSEL: it asks its parent
+    // with TCN_SELCHANGING (an answer other than 0 vetoes), changes its selection and tells the
+    // parent with TCN_SELCHANGE. A click on the selected tab or beside the tabs does nothing.
+    // True when the selection changed.
+    bool Click(HostWindow* tabs, int index);
     // How often TCM_SETCURSEL was sent to the control.
     int SetCurSelCalls(HostWindow* tabs);
 

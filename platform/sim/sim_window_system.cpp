@@ -38,16 +38,6 @@ SimWindow& SimWindowSystem::Window(HostWindow* window) {
     return *it->second;
 }
 
-std::vector<HostWindow*> SimWindowSystem::ChildrenOf(HostWindow* parent,
-                                                     const std::wstring& className) {
-    std::vector<HostWindow*> found;
-    for (auto& [handle, window] : m_windows) {
-        if (window->parent == parent && window->className == className)
-            found.push_back(handle);
-    }
-    return found;
-}
-
 HostWindow* SimWindowSystem::FindChild(HostWindow* parent, const std::wstring& className,
                                        const std::wstring& title) {
     for (auto& [handle, window] : m_windows) {
@@ -117,8 +107,17 @@ void SimWindowSystem::Move(HostWindow* window, const win::RECT& rect, bool repai
     Send(window, wm::kWindowPosChanging, 0, reinterpret_cast<std::intptr_t>(&pos));
     if (!IsWindow(window))
         return;
+    const win::RECT before = w.rect;
     w.rect = win::RECT{pos.x, pos.y, pos.x + pos.cx, pos.y + pos.cy};
     m_moves.push_back(MoveRecord{window, w.rect, repaint});
+    // A window without a frame: its client area is its whole rectangle.
+    if (w.rect.Width() != before.Width() || w.rect.Height() != before.Height()) {
+        const auto size = (static_cast<std::uint32_t>(w.rect.Height() & 0xFFFF) << 16) |
+                          static_cast<std::uint32_t>(w.rect.Width() & 0xFFFF);
+        Send(window, wm::kSize, 0, static_cast<std::intptr_t>(size));
+        if (!IsWindow(window))
+            return;
+    }
     LayOutChildren(window);
 }
 
@@ -236,11 +235,87 @@ std::intptr_t SimWindowSystem::DefaultProcedure(HostWindow* window, unsigned mes
                                                 std::uintptr_t wParam, std::intptr_t lParam) {
     if (!IsWindow(window))
         return 0;
-    if (WindowMessageHandler* handler = Window(window).handler)
-        return handler->OnMessage(window, message, wParam, lParam);
+    if (WindowHandler* handler = Window(window).handler) {
+        // Nothing crosses back into the window system: a failure is taken as "not handled".
+        try {
+            const MsgResult result = Dispatch(*handler, message, wParam, lParam);
+            if (result.IsHandled())
+                return result.Value();
+        } catch (...) {
+        }
+    }
     // What the window system does itself: a position change is accepted as it stands, and
     // every other message is answered 0.
     return 0;
+}
+
+namespace {
+
+unsigned LowWord(std::uintmax_t value) {
+    return static_cast<unsigned>(value & 0xFFFF);
+}
+
+unsigned HighWord(std::uintmax_t value) {
+    return static_cast<unsigned>((value >> 16) & 0xFFFF);
+}
+
+// Coordinates are signed 16-bit halves: left of or above a window they are negative.
+win::POINT PointOf(std::intptr_t lParam) {
+    return win::POINT{static_cast<std::int16_t>(LowWord(static_cast<std::uintptr_t>(lParam))),
+                      static_cast<std::int16_t>(HighWord(static_cast<std::uintptr_t>(lParam)))};
+}
+
+HostWindow* WindowOf(std::uintmax_t value) {
+    return reinterpret_cast<HostWindow*>(static_cast<std::uintptr_t>(value));
+}
+
+}  // namespace
+
+MsgResult SimWindowSystem::Dispatch(WindowHandler& handler, unsigned message,
+                                    std::uintptr_t wParam, std::intptr_t lParam) {
+    const auto lWord = static_cast<std::uintptr_t>(lParam);
+    switch (message) {
+        case wm::kCreate: return handler.OnCreate();
+        case wm::kDestroy: return handler.OnDestroy();
+        case wm::kNcDestroy: return handler.OnNcDestroy();
+        case wm::kClose: return handler.OnClose();
+        case wm::kSize:
+            return handler.OnSize(static_cast<unsigned>(wParam),
+                                  win::SIZE{static_cast<std::int32_t>(LowWord(lWord)),
+                                            static_cast<std::int32_t>(HighWord(lWord))});
+        case wm::kPaint: return handler.OnPaint();
+        case wm::kEraseBkgnd: return handler.OnEraseBkgnd();
+        case wm::kSetCursor:
+            return handler.OnSetCursor(WindowOf(wParam), LowWord(lWord), HighWord(lWord));
+        case wm::kMouseMove: return handler.OnMouseMove(PointOf(lParam), LowWord(wParam));
+        case wm::kLButtonDown: return handler.OnLButtonDown(PointOf(lParam), LowWord(wParam));
+        case wm::kLButtonUp: return handler.OnLButtonUp(PointOf(lParam), LowWord(wParam));
+        case wm::kLButtonDblClk: return handler.OnLButtonDblClk(PointOf(lParam), LowWord(wParam));
+        case wm::kTimer: return handler.OnTimer(static_cast<unsigned>(wParam));
+        case wm::kWindowPosChanging:
+            if (lParam == 0)
+                return MsgResult::NotHandled();
+            return handler.OnWindowPosChanging(*reinterpret_cast<win::WINDOWPOS*>(lParam));
+        case wm::kContextMenu: return handler.OnContextMenu(WindowOf(wParam), PointOf(lParam));
+        case wm::kMenuSelect: return handler.OnMenuSelect(LowWord(wParam), HighWord(wParam));
+        case wm::kCommand:
+            return handler.OnCommand(LowWord(wParam), HighWord(wParam), WindowOf(lWord));
+        case wm::kNotify:
+            if (lParam == 0)
+                return MsgResult::NotHandled();
+            return handler.OnNotify(*reinterpret_cast<const win::NMHDR*>(lParam));
+        case wm::kHScroll:
+            return handler.OnHScroll(LowWord(wParam), static_cast<std::int16_t>(HighWord(wParam)),
+                                     WindowOf(lWord));
+        case wm::kVScroll:
+            return handler.OnVScroll(LowWord(wParam), static_cast<std::int16_t>(HighWord(wParam)),
+                                     WindowOf(lWord));
+        case wm::kAcadKeepFocus: return handler.OnKeepFocus();
+        default:
+            if (message >= wm::kUser)
+                return handler.OnUserMessage(message, wParam, lParam);
+            return MsgResult::NotHandled();
+    }
 }
 
 void SimWindowSystem::SetParent(HostWindow* window, HostWindow* parent) {
@@ -269,7 +344,7 @@ int SimWindowSystem::SystemMetric(int index) {
     }
 }
 
-void SimWindowSystem::SetMessageHandler(HostWindow* window, WindowMessageHandler* handler) {
+void SimWindowSystem::SetMessageHandler(HostWindow* window, WindowHandler* handler) {
     Window(window).handler = handler;
 }
 

@@ -2,10 +2,12 @@
 // The simulated window system: a tree of windows with class names, titles, rectangles in their
 // parents' coordinates, styles and a visible state, laid out like the host's main window (frame,
 // MDI client, command-line container, command window, the command-line control). Every window
-// has a procedure that may be replaced (subclassing); messages go through it: a move sends
-// WM_WINDOWPOSCHANGING and takes the WINDOWPOS that comes back, a destruction sends
-// WM_NCDESTROY, timers send WM_TIMER. The frame, the container and the command window lay out
-// their host children when they move, through the same moves. Moves and redraws are logged.
+// has a procedure that may be replaced (subclassing); messages go through it, packed as the
+// real window system packs them (points in lParam, records by pointer): a move sends
+// WM_WINDOWPOSCHANGING, takes the WINDOWPOS that comes back and sends WM_SIZE when the size
+// changed, a destruction sends WM_NCDESTROY, timers send WM_TIMER. The frame, the container and
+// the command window lay out their host children when they move, through the same moves. Moves
+// and redraws are logged.
 #include <map>
 #include <memory>
 #include <string>
@@ -29,7 +31,7 @@ struct SimWindow {
     bool zoomed = false;
     SimProcedure* procedure = nullptr;  // owned by the window system
     int redraws = 0;
-    WindowMessageHandler* handler = nullptr;  // not owned
+    WindowHandler* handler = nullptr;  // not owned
     struct Timer {
         unsigned period = 0;
         long long due = 0;  // on the window system's clock, in ms
@@ -46,7 +48,6 @@ public:
     HostWindow* CommandWindow() { return m_cmdWnd; }
     HostWindow* CommandContainer() { return m_cmdContainer; }
     void RemoveDockedCommandLine() { m_cmdLine = nullptr; }
-    void RemoveFrame() { m_frame = nullptr; }
 
     SimWindow& Window(HostWindow* window);
     // Every Move in order, as (window, rectangle it finally took).
@@ -56,11 +57,9 @@ public:
         bool repaint;
     };
     const std::vector<MoveRecord>& Moves() const { return m_moves; }
-    std::vector<HostWindow*> ChildrenOf(HostWindow* parent, const std::wstring& className);
     // Lets `ms` of time pass: each timer that falls due sends WM_TIMER to its window, in the
     // order they fall due.
     void Elapse(unsigned ms);
-    long long Now() const { return m_now; }
 
     HostWindow* HostFrame() override { return m_frame; }
     HostWindow* DockedCommandLine() override { return m_cmdLine; }
@@ -85,7 +84,7 @@ public:
     void SetParent(HostWindow* window, HostWindow* parent) override;
     win::RECT MdiClientRoom(HostWindow* frame) override;
     int SystemMetric(int index) override;
-    void SetMessageHandler(HostWindow* window, WindowMessageHandler* handler) override;
+    void SetMessageHandler(HostWindow* window, WindowHandler* handler) override;
     void SetTimer(HostWindow* window, unsigned id, unsigned ms) override;
     void KillTimer(HostWindow* window, unsigned id) override;
 
@@ -94,6 +93,8 @@ public:
     void Restore(HostWindow* window, OldWindowProcedure* procedure) override;
     std::intptr_t CallOld(OldWindowProcedure* procedure, HostWindow* window, unsigned message,
                           std::uintptr_t wParam, std::intptr_t lParam) override;
+    MsgResult Dispatch(WindowHandler& handler, unsigned message, std::uintptr_t wParam,
+                       std::intptr_t lParam) override;
     std::intptr_t Send(HostWindow* window, unsigned message, std::uintptr_t wParam,
                        std::intptr_t lParam) override;
     // Whether the window's procedure is still the one it was made with.

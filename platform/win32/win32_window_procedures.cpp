@@ -3,6 +3,9 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <cstddef>
+
+#include "ports/window_messages.h"
 
 // What a window's procedure was before Replace: the WNDPROC that GWLP_WNDPROC held and, when
 // that was the shared procedure, the core procedure it was running.
@@ -16,6 +19,77 @@ struct OldWindowProcedure {
 namespace {
 
 constexpr wchar_t kCoreProcedureProperty[] = L"Tabrow.WindowProcedure";
+constexpr wchar_t kHandlerProperty[] = L"Tabrow.WindowHandler";
+
+// A notification's record is the control's: the handler reads its head through the twin, and
+// the rest, where the code says there is more, at the same address.
+static_assert(sizeof(win::NMHDR) == sizeof(::NMHDR) &&
+              offsetof(win::NMHDR, idFrom) == offsetof(::NMHDR, idFrom) &&
+              offsetof(win::NMHDR, code) == offsetof(::NMHDR, code));
+
+HostWindow* HostOf(std::uintptr_t handle) {
+    return reinterpret_cast<HostWindow*>(handle);
+}
+
+win::POINT PointOf(LPARAM lParam) {
+    return win::POINT{static_cast<SHORT>(LOWORD(lParam)), static_cast<SHORT>(HIWORD(lParam))};
+}
+
+// The position goes to the handler as the core's twin and comes back with its changes.
+MsgResult PositionChanging(WindowHandler& handler, ::WINDOWPOS& raw) {
+    win::WINDOWPOS pos{raw.hwnd, raw.hwndInsertAfter, raw.x, raw.y, raw.cx, raw.cy, raw.flags};
+    const MsgResult result = handler.OnWindowPosChanging(pos);
+    raw.hwndInsertAfter = static_cast<HWND>(pos.hwndInsertAfter);
+    raw.x = pos.x;
+    raw.y = pos.y;
+    raw.cx = pos.cx;
+    raw.cy = pos.cy;
+    raw.flags = pos.flags;
+    return result;
+}
+
+MsgResult Decode(WindowHandler& handler, UINT message, WPARAM wParam, LPARAM lParam) {
+    const auto control = static_cast<std::uintptr_t>(lParam);
+    switch (message) {
+        case WM_CREATE: return handler.OnCreate();
+        case WM_DESTROY: return handler.OnDestroy();
+        case WM_NCDESTROY: return handler.OnNcDestroy();
+        case WM_CLOSE: return handler.OnClose();
+        case WM_SIZE:
+            return handler.OnSize(static_cast<unsigned>(wParam),
+                                  win::SIZE{LOWORD(lParam), HIWORD(lParam)});
+        case WM_PAINT: return handler.OnPaint();
+        case WM_ERASEBKGND: return handler.OnEraseBkgnd();
+        case WM_SETCURSOR: return handler.OnSetCursor(HostOf(wParam), LOWORD(lParam), HIWORD(lParam));
+        case WM_MOUSEMOVE: return handler.OnMouseMove(PointOf(lParam), LOWORD(wParam));
+        case WM_LBUTTONDOWN: return handler.OnLButtonDown(PointOf(lParam), LOWORD(wParam));
+        case WM_LBUTTONUP: return handler.OnLButtonUp(PointOf(lParam), LOWORD(wParam));
+        case WM_LBUTTONDBLCLK: return handler.OnLButtonDblClk(PointOf(lParam), LOWORD(wParam));
+        case WM_TIMER: return handler.OnTimer(static_cast<unsigned>(wParam));
+        case WM_WINDOWPOSCHANGING:
+            if (lParam == 0)
+                return MsgResult::NotHandled();
+            return PositionChanging(handler, *reinterpret_cast<::WINDOWPOS*>(lParam));
+        case WM_CONTEXTMENU: return handler.OnContextMenu(HostOf(wParam), PointOf(lParam));
+        case WM_MENUSELECT: return handler.OnMenuSelect(LOWORD(wParam), HIWORD(wParam));
+        case WM_COMMAND: return handler.OnCommand(LOWORD(wParam), HIWORD(wParam), HostOf(control));
+        case WM_NOTIFY:
+            if (lParam == 0)
+                return MsgResult::NotHandled();
+            return handler.OnNotify(*reinterpret_cast<const win::NMHDR*>(lParam));
+        case WM_HSCROLL:
+            return handler.OnHScroll(LOWORD(wParam), static_cast<SHORT>(HIWORD(wParam)),
+                                     HostOf(control));
+        case WM_VSCROLL:
+            return handler.OnVScroll(LOWORD(wParam), static_cast<SHORT>(HIWORD(wParam)),
+                                     HostOf(control));
+        case wm::kAcadKeepFocus: return handler.OnKeepFocus();
+        default:
+            if (message >= WM_USER)
+                return handler.OnUserMessage(message, wParam, lParam);
+            return MsgResult::NotHandled();
+    }
+}
 
 HWND ToHwnd(HostWindow* window) {
     return reinterpret_cast<HWND>(window);
@@ -106,6 +180,11 @@ std::intptr_t Win32WindowProcedures::CallOld(OldWindowProcedure* procedure, Host
     return ::CallWindowProcW(procedure->wndproc, ToHwnd(window), message, wParam, lParam);
 }
 
+MsgResult Win32WindowProcedures::Dispatch(WindowHandler& handler, unsigned message,
+                                          std::uintptr_t wParam, std::intptr_t lParam) {
+    return Decode(handler, message, wParam, lParam);
+}
+
 std::intptr_t Win32WindowProcedures::Send(HostWindow* window, unsigned message,
                                           std::uintptr_t wParam, std::intptr_t lParam) {
     return ::SendMessageW(ToHwnd(window), message, wParam, lParam);
@@ -114,4 +193,28 @@ std::intptr_t Win32WindowProcedures::Send(HostWindow* window, unsigned message,
 std::size_t Win32WindowProcedures::ActiveReplacements() const {
     return static_cast<std::size_t>(std::count_if(
         m_records.begin(), m_records.end(), [](const auto& held) { return !held->restored; }));
+}
+
+LRESULT CALLBACK HandlerWindowProcedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
+    auto* handler = static_cast<WindowHandler*>(::GetPropW(hwnd, kHandlerProperty));
+    if (handler != nullptr) {
+        // Nothing crosses back into the window system. A failure is taken as "not handled", so
+        // that the default procedure still does its part (a WM_PAINT's region is validated).
+        try {
+            const MsgResult result = Decode(*handler, message, wParam, lParam);
+            if (result.IsHandled())
+                return result.Value();
+        } catch (...) {
+        }
+    }
+    if (message == WM_NCDESTROY)
+        ::RemovePropW(hwnd, kHandlerProperty);
+    return ::DefWindowProcW(hwnd, message, wParam, lParam);
+}
+
+void SetWindowHandler(HWND hwnd, WindowHandler* handler) {
+    if (handler != nullptr)
+        ::SetPropW(hwnd, kHandlerProperty, handler);
+    else
+        ::RemovePropW(hwnd, kHandlerProperty);
 }

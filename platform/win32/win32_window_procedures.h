@@ -10,6 +10,8 @@
 // procedure back and then calls it with the last message; so they live as long as this object,
 // which a plug-in destroys at unload, after its windows have been given back their procedures.
 
+#include <windows.h>
+
 #include <memory>
 #include <vector>
 
@@ -27,6 +29,8 @@ public:
     void Restore(HostWindow* window, OldWindowProcedure* procedure) override;
     std::intptr_t CallOld(OldWindowProcedure* procedure, HostWindow* window, unsigned message,
                           std::uintptr_t wParam, std::intptr_t lParam) override;
+    MsgResult Dispatch(WindowHandler& handler, unsigned message, std::uintptr_t wParam,
+                       std::intptr_t lParam) override;
     std::intptr_t Send(HostWindow* window, unsigned message, std::uintptr_t wParam,
                        std::intptr_t lParam) override;
 
@@ -36,3 +40,11 @@ public:
 private:
     std::vector<std::unique_ptr<OldWindowProcedure>> m_records;
 };
+
+// The window class procedure of the windows the core makes itself: each message goes to the
+// window's handler as a named call, and what the handler does not handle (or fails in) goes to
+// DefWindowProc, so that a window that names no WM_NCHITTEST or WM_PAINT still behaves.
+LRESULT CALLBACK HandlerWindowProcedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
+// Gives a window of that class its handler (not owned); null takes it away. The window forgets
+// it at WM_NCDESTROY.
+void SetWindowHandler(HWND hwnd, WindowHandler* handler);

@@ -1,7 +1,9 @@
 #include "bar/hv_tabrow.h"
 
-#include "host/tabrow_app.h"
+#include "layout/host_windows.h"
+#include "layout/relayout.h"
 #include "ports/port.h"
+#include "ports/window_messages.h"
 #include "ports/window_system.h"
 
 namespace {
@@ -9,7 +11,10 @@ constexpr int kDockedThickness = 24;
 constexpr win::RECT kFloatingRect{100, 100, 700, 130};
 }  // namespace
 
-HvTabrow::HvTabrow() {
+HvTabrow::HvTabrow(const BarContext& context)
+    : m_store(context.settings),
+      m_strAppDataFolder(context.appDataFolder),
+      m_pHostApp(context.hostApp) {
     LoadSettings();
 }
 
@@ -26,8 +31,8 @@ void HvTabrow::LoadSettings() {
     // Before the hook has seen the command window, its present width gives the default.
     if (g_hwndCmdWnd != nullptr)
         system.commandWindowWidth = Use<WindowSystem>().RectInParent(g_hwndCmdWnd).Width();
-    system.appDataFolder = theApp.m_strAppDataDir;
-    Load(theApp, system);
+    system.appDataFolder = m_strAppDataFolder;
+    Load(m_store, system);
 }
 
 bool HvTabrow::Create() {
@@ -43,7 +48,10 @@ bool HvTabrow::Create() {
         m_hWnd = windows.CreateChild(g_hwndFrame, L"HvTabrow",
                                      win::RECT{0, 0, frame.Width(), kDockedThickness}, style);
     }
-    if (m_hWnd == nullptr || !CreateViews())
+    if (m_hWnd == nullptr)
+        return false;
+    windows.SetMessageHandler(m_hWnd, this);
+    if (!CreateViews())
         return false;
     m_bCreated = 1;
     SetTabMode(m_bTabMode >= 1, false);
@@ -78,4 +86,22 @@ bool HvTabrow::IsBarVisible() const {
 void HvTabrow::CenterFloating() {
     if (m_hFloatWnd != nullptr)
         Use<WindowSystem>().CenterInScreen(m_hFloatWnd);
+}
+
+MsgResult HvTabrow::OnClose() {
+    return MsgResult::Handled();
+}
+
+MsgResult HvTabrow::OnKeepFocus() {
+    return MsgResult::Handled(1);
+}
+
+MsgResult HvTabrow::OnNotify(const win::NMHDR& header) {
+    if (header.hwndFrom != m_tabCtrl.m_hWnd || m_tabCtrl.m_hWnd == nullptr)
+        return MsgResult::NotHandled();
+    switch (header.code) {
+        case tcn::kSelChanging: return MsgResult::Handled(OnTabSelChanging() ? 1 : 0);
+        case tcn::kSelChange: OnTabSelChange(); return MsgResult::Handled();
+        default: return MsgResult::NotHandled();
+    }
 }

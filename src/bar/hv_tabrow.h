@@ -8,18 +8,31 @@
 #include <vector>
 
 #include "foundation/win_types.h"
-#include "host/doc_manager_reactor.h"
-#include "host/editor_reactor.h"
+#include "bar/doc_manager_reactor.h"
+#include "bar/editor_reactor.h"
+#include "ports/window_handler.h"
 #include "settings/tabrow_settings.h"
 #include "views/dwg_palette.h"
 #include "views/dwg_tab_ctrl.h"
 
+class HvRegImpl;
+struct HostApplication;
 struct HostDocument;
 struct HostWindow;
 
-class HvTabrow : public TabrowSettings {
+// What the bar is given when it is made: the settings store it loads from and writes to, the
+// per-user data folder, and the host's automation application (not owned; null when the host
+// gave none).
+struct BarContext {
+    HvRegImpl& settings;
+    std::wstring appDataFolder;
+    HostApplication* hostApp = nullptr;
+};
+
+// The bar's window's messages come to the bar itself.
+class HvTabrow : public TabrowSettings, public WindowHandler {
 public:
-    HvTabrow();  // loads the settings and attaches the reactors
+    explicit HvTabrow(const BarContext& context);  // loads the settings, attaches the reactors
     virtual ~HvTabrow();
     HvTabrow(const HvTabrow&) = delete;
     HvTabrow& operator=(const HvTabrow&) = delete;
@@ -48,6 +61,12 @@ public:
     bool OnTabSelChanging();
     // TCN_SELCHANGE: switches to the drawing of the selected tab.
     void OnTabSelChange();
+    // The bar's window. A close message is ignored, so the bar can't be closed by a message.
+    MsgResult OnClose() override;
+    MsgResult OnKeepFocus() override;
+    // The tab control's selection notifications go to OnTabSelChanging and OnTabSelChange.
+    MsgResult OnNotify(const win::NMHDR& header) override;
+
     // The recent drawings; for now the names are only recorded, newest last.
     void AddRecentFile(const std::wstring& path);
 
@@ -63,6 +82,7 @@ public:
     // The drawing whose tab is selected, or null.
     HostDocument* ActiveDocument();
 
+    HvRegImpl& m_store;  // the settings' store; outlives the bar. Before the reactors, which read it
     HvDwgTabCtrl m_tabCtrl{*this};
     HvDwgPalette m_palette{*this};
     std::vector<std::wstring> m_RecentFiles;
@@ -71,7 +91,6 @@ public:
     std::int32_t m_bCreated = 0;    // the children exist
     std::int32_t m_nTabRows = 1;    // the tab control's rows as last seen
     std::uint8_t m_bSwitching = 0;  // the bar itself asks the host to switch drawings
-    int m_nTipRefreshes = 0;        // how often the tips were renewed
 
 private:
     // The palette first, then the tabs, as every list change goes.
@@ -83,6 +102,8 @@ private:
     bool CreateViews();
     void ShowViews(bool anyOpen);
 
-    HostWindow* m_hWnd = nullptr;       // owned: destroyed with the bar
+    std::wstring m_strAppDataFolder;
+    HostApplication* m_pHostApp = nullptr;  // not owned
+    HostWindow* m_hWnd = nullptr;           // owned: destroyed with the bar
     HostWindow* m_hFloatWnd = nullptr;  // owned, null while docked
 };

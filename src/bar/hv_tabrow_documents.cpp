@@ -3,8 +3,8 @@
 
 #include "bar/hv_tabrow.h"
 
-#include "host/relayout.h"
-#include "host/tabrow_app.h"
+#include "layout/host_windows.h"
+#include "layout/relayout.h"
 #include "ports/host_automation.h"
 #include "ports/host_documents.h"
 #include "ports/host_services.h"
@@ -45,7 +45,7 @@ HostDocument* HvTabrow::ActiveDocument() {
 }
 
 int HvTabrow::GetOpenDocumentCount() {
-    return Use<HostAutomation>().DocumentCount(g_pHostApp);
+    return Use<HostAutomation>().DocumentCount(m_pHostApp);
 }
 
 std::wstring HvTabrow::GetDocumentName(HostDocument* doc, bool bFullPath) {
@@ -81,7 +81,6 @@ void HvTabrow::SetTabMode(bool bTabs, bool bRefresh) {
 void HvTabrow::RefreshTips() {
     if (m_bCreated == 0)
         return;
-    ++m_nTipRefreshes;
     if (m_bTabMode == 0)
         Use<WindowSystem>().Redraw(m_palette.m_hWnd, kRedrawNow);
 }

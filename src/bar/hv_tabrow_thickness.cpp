@@ -3,9 +3,8 @@
 #include "bar/hv_tabrow_thickness.h"
 
 #include "bar/hv_tabrow.h"
-#include "host/hv_app.h"
-#include "host/mdi_client_hook.h"
-#include "host/tabrow_app.h"
+#include "layout/host_windows.h"
+#include "settings/reg_impl.h"
 #include "ports/port.h"
 #include "ports/tab_control.h"
 #include "ports/window_system.h"
@@ -57,7 +56,7 @@ int HvTabrow::GetCmdWndBarWidth() {
         return 0;
     if (m_nWidthOnCmdWnd == 0) {
         m_nWidthOnCmdWnd =
-            theApp.GetInt(keys::kRoot, keys::kWidthOnCmdWnd, g_rcCmdWnd.Width() / 2);
+            m_store.GetInt(keys::kRoot, keys::kWidthOnCmdWnd, g_rcCmdWnd.Width() / 2);
     }
     return m_nWidthOnCmdWnd;
 }

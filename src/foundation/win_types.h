@@ -72,4 +72,11 @@ struct WINDOWPOS {
     std::uint32_t flags = 0;
 };
 
+// NMHDR, the head of every control notification.
+struct NMHDR {
+    void* hwndFrom = nullptr;
+    std::uintptr_t idFrom = 0;
+    std::uint32_t code = 0;
+};
+
 }  // namespace win

@@ -3,12 +3,7 @@
 #include "bar/hv_tabrow.h"
 #include "host/tabrow_app.h"
 #include "ports/port.h"
-#include "ports/window_messages.h"
 #include "ports/window_system.h"
-
-win::RECT g_rcCmdWnd;
-win::RECT g_rcMdiClient;
-win::RECT g_rcMdiClientSize;
 
 win::RECT CutBarRoom(win::WINDOWPOS& pos, int dockSide, int thickness) {
     win::RECT bar{pos.x, pos.y, pos.x + pos.cx, pos.y + pos.cy};
@@ -39,29 +34,26 @@ win::RECT CutBarRoom(win::WINDOWPOS& pos, int dockSide, int thickness) {
     return bar;
 }
 
-std::intptr_t HvTrMdiClientWnd::WindowProc(unsigned message, std::uintptr_t wParam,
-                                           std::intptr_t lParam) {
-    // These windows see many messages: anything but a position change passes on at once.
-    if (message != wm::kWindowPosChanging || g_bTabrowOn == 0 || g_pTabrow == nullptr)
-        return CSubclassWnd::WindowProc(message, wParam, lParam);
+MsgResult HvTrMdiClientWnd::OnWindowPosChanging(win::WINDOWPOS& pos) {
+    if (g_bTabrowOn == 0 || g_pTabrow == nullptr)
+        return MsgResult::NotHandled();
     const bool bCmd = m_pWndHooked == g_hwndCmdWnd;
     const bool bMdi = m_pWndHooked == g_hwndMdiClient;
     if (!bCmd && !bMdi)
-        return CSubclassWnd::WindowProc(message, wParam, lParam);
-
-    auto& pos = *reinterpret_cast<win::WINDOWPOS*>(lParam);
-    // A failure to count the drawings goes up to the window system: there is no fallback size.
+        return MsgResult::NotHandled();
+    // A failure to count the drawings is let through on purpose: there is no fallback size, and
+    // the subclass procedure then passes the position on uncut.
     const bool bSingleHidden =
         g_pTabrow->m_bHideOnSingle != 0 && g_pTabrow->GetOpenDocumentCount() == 1;
     // With a single drawing hidden the bar isn't moved: it sits behind the full-sized MDI client.
     if (bSingleHidden || pos.cx == 0 || pos.cy == 0)
-        return CSubclassWnd::WindowProc(message, wParam, lParam);
+        return MsgResult::NotHandled();
     if (bCmd)
         CutCommandWindow(pos);
     if (bMdi)
         CutMdiClient(pos);
     // The host's own position code gets the cut position and never sees the difference.
-    return CSubclassWnd::WindowProc(message, wParam, lParam);
+    return MsgResult::NotHandled();
 }
 
 void HvTrMdiClientWnd::CutCommandWindow(win::WINDOWPOS& pos) {

@@ -5,12 +5,7 @@
 
 #include "foundation/win_types.h"
 #include "host/subclass_wnd.h"
-
-// The rectangles the host last wanted for its windows, before the cut, in their parents'
-// coordinates.
-extern win::RECT g_rcCmdWnd;         // RelayoutCmdWnd, TRCMDCENTER, the WidthOnCmdWnd default
-extern win::RECT g_rcMdiClient;      // the floating window's first placement
-extern win::RECT g_rcMdiClientSize;  // the aspect ratio of the palette's previews
+#include "layout/host_windows.h"
 
 // Cuts `thickness` out of `pos` on the dock side and returns the bar's rectangle: the gap on
 // that side of the rectangle that `pos` described. A side that doesn't apply leaves `pos` as it
@@ -18,10 +13,10 @@ extern win::RECT g_rcMdiClientSize;  // the aspect ratio of the palette's previe
 win::RECT CutBarRoom(win::WINDOWPOS& pos, int dockSide, int thickness);
 
 class HvTrMdiClientWnd : public CSubclassWnd {
-protected:
+public:
     // Tells by the hooked window whether it works for the MDI client or the command window.
-    std::intptr_t WindowProc(unsigned message, std::uintptr_t wParam,
-                             std::intptr_t lParam) override;
+    // Always passes the position on, cut or not: the host's own code must see it.
+    MsgResult OnWindowPosChanging(win::WINDOWPOS& pos) override;
 
 private:
     void CutCommandWindow(win::WINDOWPOS& pos);

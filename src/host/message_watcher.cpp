@@ -12,9 +12,7 @@ HostWindow* PaletteWindow() {
     return g_pTabrow != nullptr ? g_pTabrow->m_palette.m_hWnd : nullptr;
 }
 
-}  // namespace
-
-void TabrowMessageWatcher(const HostMessage& message) {
+void Watch(const HostMessage& message) {
     switch (message.message) {
     case wm::kMButtonUp:
     case wm::kMouseWheel:
@@ -35,5 +33,15 @@ void TabrowMessageWatcher(const HostMessage& message) {
         break;
     default:
         break;
+    }
+}
+
+}  // namespace
+
+void TabrowMessageWatcher(const HostMessage& message) {
+    // Every message of the host's main loop passes here: nothing may stop it on its way.
+    try {
+        Watch(message);
+    } catch (...) {
     }
 }

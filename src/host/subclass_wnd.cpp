@@ -107,37 +107,62 @@ std::size_t CSubclassWnd::HookedWindowCount() {
     return HookMap().size();
 }
 
-std::intptr_t CSubclassWnd::WindowProc(unsigned message, std::uintptr_t wParam,
-                                       std::intptr_t lParam) {
-    if (m_pNext != nullptr)
-        return m_pNext->WindowProc(message, wParam, lParam);
-    if (m_pOldWndProc == nullptr)
+namespace {
+
+// Where a message stands on its way along a chain: whether it has reached the procedure the
+// hooks replaced, so that a failure passes it on there once and never twice.
+struct Passage {
+    HostWindow* window = nullptr;
+    OldWindowProcedure* old = nullptr;
+    bool reachedOld = false;
+};
+
+// Offers the message to `hook` and the hooks after it, then to the replaced procedure.
+std::intptr_t PassAlong(CSubclassWnd* hook, Passage& passage, const HostMessage& message) {
+    WindowProcedures& procedures = Use<WindowProcedures>();
+    for (; hook != nullptr; hook = hook->m_pNext) {
+        const MsgResult result =
+            procedures.Dispatch(*hook, message.message, message.wParam, message.lParam);
+        if (result.IsHandled())
+            return result.Value();
+    }
+    if (passage.old == nullptr)
         return 0;  // unhooked while handling this message: nobody left to pass it to
-    return Use<WindowProcedures>().CallOld(m_pOldWndProc, m_pWndHooked, message, wParam, lParam);
+    passage.reachedOld = true;
+    return procedures.CallOld(passage.old, passage.window, message.message, message.wParam,
+                              message.lParam);
 }
 
+}  // namespace
+
 std::intptr_t CSubclassWnd::Default() {
-    const HostMessage& current = LastSentMessage();
-    return CSubclassWnd::WindowProc(current.message, current.wParam, current.lParam);
+    Passage passage{m_pWndHooked, m_pOldWndProc};
+    return PassAlong(m_pNext, passage, LastSentMessage());
 }
 
 std::intptr_t CSubclassWnd::HookWndProc(HostWindow* window, unsigned message, std::uintptr_t wParam,
                                         std::intptr_t lParam) {
-    // Nothing may cross into the window system from a hook.
+    const HostMessage current{window, message, wParam, lParam};
+    CSubclassWnd* first = FirstHookOf(window);
+    Passage passage{window, first != nullptr ? first->m_pOldWndProc : nullptr};
+    // Nothing may cross into the window system from a hook, and the host must still see its own
+    // messages: after a failure the message goes on to the procedure the hooks replaced.
     try {
-        LastSentScope scope(HostMessage{window, message, wParam, lParam});
-        CSubclassWnd* first = FirstHookOf(window);
+        LastSentScope scope(current);
         if (message == wm::kNcDestroy) {
             // A dying window takes its hooks out of the map by itself; the old procedure is
             // called directly, as no hook is left to pass the message on.
-            OldWindowProcedure* old = first != nullptr ? first->m_pOldWndProc : nullptr;
             while (CSubclassWnd* hook = FirstHookOf(window))
                 hook->Unhook();
-            return old != nullptr
-                       ? Use<WindowProcedures>().CallOld(old, window, message, wParam, lParam)
-                       : 0;
+            return PassAlong(nullptr, passage, current);
         }
-        return first != nullptr ? first->WindowProc(message, wParam, lParam) : 0;
+        return PassAlong(first, passage, current);
+    } catch (...) {
+    }
+    if (passage.reachedOld || passage.old == nullptr)
+        return 0;  // the failure was the old procedure's own: it is not called twice
+    try {
+        return Use<WindowProcedures>().CallOld(passage.old, window, message, wParam, lParam);
     } catch (...) {
         return 0;
     }

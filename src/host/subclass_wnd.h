@@ -1,22 +1,26 @@
 #pragma once
 // Window subclassing with chains: any number of hooks on one window, each seeing the window's
-// messages before the window's own procedure. The newest hook sees a message first; a hook
-// that does nothing with a message passes it on with CSubclassWnd::WindowProc or Default().
+// messages before the window's own procedure. The newest hook sees a message first, as a named
+// call (window_handler.h); a message it does not handle goes on to the next hook and at last to
+// the procedure that the first hook replaced. A hook that wants the rest of the chain's answer
+// first calls Default() and answers with it.
 //
 // Works over the WindowProcedures port only, so it knows nothing of the windows it hooks.
 
 #include <cstddef>
 #include <cstdint>
 
+#include "ports/window_handler.h"
+
 struct HostWindow;
 struct OldWindowProcedure;
 
-class CSubclassWnd {
+class CSubclassWnd : public WindowHandler {
 public:
     CSubclassWnd() = default;
     // A hook that is still on a living window takes itself out of the chain: a chain must never
     // hold a deleted hook, or the window's next message would call into freed memory.
-    virtual ~CSubclassWnd();
+    ~CSubclassWnd() override;
     CSubclassWnd(const CSubclassWnd&) = delete;
     CSubclassWnd& operator=(const CSubclassWnd&) = delete;
 
@@ -35,9 +39,7 @@ public:
     CSubclassWnd* m_pNext = nullptr;              // the next hook on the same window, not owned
 
 protected:
-    // Override to handle messages; the default passes the message on along the chain.
-    virtual std::intptr_t WindowProc(unsigned message, std::uintptr_t wParam, std::intptr_t lParam);
-    // Passes the message being handled on to the rest of the chain.
+    // Passes the message being handled on to the rest of the chain now and gives its answer.
     std::intptr_t Default();
 
 private:

@@ -4,6 +4,7 @@
 #include "host/command_edge.h"
 #include "host/mdi_client_hook.h"
 #include "host/message_watcher.h"
+#include "layout/relayout.h"
 #include "ports/com_error.h"
 #include "ports/host_automation.h"
 #include "ports/host_documents.h"
@@ -51,7 +52,7 @@ bool FindHostWindows(HostWindow*& frame, HostWindow*& mdiClient, HostWindow*& cm
 }
 
 void CreateBar() {
-    g_pTabrow = new HvTabrow();
+    g_pTabrow = new HvTabrow(BarContext{theApp, theApp.m_strAppDataDir, g_pHostApp});
     g_pTabrow->Create();  // builds the document lists at its end
     // After the bar's window: the hooks use the bar in their first message.
     g_pMdiClientHook = new HvTrMdiClientWnd;
@@ -80,24 +81,16 @@ void RemoveHook(HvTrMdiClientWnd*& hook, bool quitting) {
 
 HvApp theApp = MakeApp();
 HvTabrow* g_pTabrow = nullptr;
-std::uint8_t g_bTabrowOn = 1;
 HostApplication* g_pHostApp = nullptr;
 HvTrMdiClientWnd* g_pMdiClientHook = nullptr;
 HvTrMdiClientWnd* g_pCmdWndHook = nullptr;
-HostWindow* g_hwndFrame = nullptr;
-HostWindow* g_hwndMdiClient = nullptr;
-HostWindow* g_hwndCmdWnd = nullptr;
-HostWindow* g_hwndCmdContainer = nullptr;
-HostWindow* g_hwndDwgView = nullptr;
 
 void MapModule() {
     theApp = MakeApp();
     g_pTabrow = nullptr;
-    g_bTabrowOn = 1;
     g_pHostApp = nullptr;
     g_pMdiClientHook = g_pCmdWndHook = nullptr;
-    g_hwndFrame = g_hwndMdiClient = g_hwndCmdWnd = g_hwndCmdContainer = g_hwndDwgView = nullptr;
-    g_rcCmdWnd = g_rcMdiClient = g_rcMdiClientSize = win::RECT{};
+    ForgetHostWindows();
 }
 
 int acrxEntryPoint(int msg, HostAppPacket* pkt) {
@@ -111,7 +104,11 @@ int acrxEntryPoint(int msg, HostAppPacket* pkt) {
         }
         host.UnlockApplication(pkt);
     } else if (msg == kUnloadAppMsg) {
-        OnUnload();
+        try {
+            OnUnload();
+        } catch (...) {
+            // Nothing crosses into the host; what was not undone goes with the process.
+        }
     }
     return kRetOK;
 }
@@ -176,18 +173,6 @@ void OnUnload() {
     }
     theApp.UnregisterCommands();
     theApp.Stop();
-}
-
-void RefreshHostLayout(HostWindow* hwnd) {
-    WindowSystem& windows = Use<WindowSystem>();
-    if (!windows.IsWindow(hwnd))
-        return;
-    win::RECT rect = windows.RectInParent(hwnd);
-    win::RECT shrunk{rect.left + 10, rect.top + 10, rect.right - 10, rect.bottom - 10};
-    windows.Move(hwnd, shrunk, false);
-    windows.Move(hwnd, rect, true);
-    windows.Redraw(hwnd,
-                   ws::kRdwInvalidate | ws::kRdwErase | ws::kRdwAllChildren | ws::kRdwUpdateNow);
 }
 
 void TrOptions() {

@@ -5,6 +5,8 @@
 #include <cstdint>
 
 #include "host/hv_app.h"
+#include "layout/host_windows.h"
+#include "layout/relayout.h"
 
 class HvTabrow;
 class HvTrMdiClientWnd;
@@ -19,23 +21,13 @@ constexpr int kRetOK = 0;
 
 extern HvApp theApp;
 extern HvTabrow* g_pTabrow;  // owned; null until created and after a failed start
-extern std::uint8_t g_bTabrowOn;
 extern HostApplication* g_pHostApp;   // one reference held
 extern HvTrMdiClientWnd* g_pMdiClientHook;  // owned
 extern HvTrMdiClientWnd* g_pCmdWndHook;     // owned
-extern HostWindow* g_hwndFrame;
-extern HostWindow* g_hwndMdiClient;
-extern HostWindow* g_hwndCmdWnd;
-extern HostWindow* g_hwndCmdContainer;
-extern HostWindow* g_hwndDwgView;
 
 int acrxEntryPoint(int msg, HostAppPacket* pkt);
 void OnLoad(HostAppPacket* pkt);
 void OnUnload();
-
-// Makes the host lay out its frame again: shrink by 10 on every side without repainting, grow
-// back with repainting, redraw. The double move is what makes the frame lay out its children.
-void RefreshHostLayout(HostWindow* hwnd);
 
 // The six commands' functions.
 void TrOptions();

@@ -5,6 +5,8 @@
 
 #include <cstdint>
 
+#include "ports/window_handler.h"
+
 struct HostWindow;
 
 using WindowProcedure = std::intptr_t (*)(HostWindow* window, unsigned message,
@@ -28,6 +30,11 @@ public:
     virtual std::intptr_t CallOld(OldWindowProcedure* procedure, HostWindow* window,
                                   unsigned message, std::uintptr_t wParam,
                                   std::intptr_t lParam) = 0;
+
+    // Calls the handler named for the message, with its parameters decoded as this window
+    // system packs them; what the handler changes in a passed record goes back into the message.
+    virtual MsgResult Dispatch(WindowHandler& handler, unsigned message, std::uintptr_t wParam,
+                               std::intptr_t lParam) = 0;
 
     // Sends a message to the window's current procedure and returns its answer.
     virtual std::intptr_t Send(HostWindow* window, unsigned message, std::uintptr_t wParam,

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "foundation/win_types.h"
+#include "ports/window_handler.h"
 
 struct HostWindow;
 
@@ -24,14 +25,6 @@ constexpr unsigned kRdwErase = 0x0004;
 constexpr unsigned kRdwAllChildren = 0x0080;
 constexpr unsigned kRdwUpdateNow = 0x0100;
 }  // namespace ws
-
-// The messages of a window that the core made itself (the bar, the palette) reach the core here.
-class WindowMessageHandler {
-public:
-    virtual ~WindowMessageHandler() = default;
-    virtual std::intptr_t OnMessage(HostWindow* window, unsigned message, std::uintptr_t wParam,
-                                    std::intptr_t lParam) = 0;
-};
 
 class WindowSystem {
 public:
@@ -70,8 +63,9 @@ public:
     // GetSystemMetrics.
     virtual int SystemMetric(int index) = 0;
 
-    // Gives a window made by CreateChild its handler; null detaches it. Not owned.
-    virtual void SetMessageHandler(HostWindow* window, WindowMessageHandler* handler) = 0;
+    // Gives a window made by CreateChild the handler of its messages (see window_handler.h);
+    // null detaches it. Not owned.
+    virtual void SetMessageHandler(HostWindow* window, WindowHandler* handler) = 0;
     // A timer sends WM_TIMER (wParam the id) to the window every `ms` until it is killed;
     // setting an id that runs restarts it.
     virtual void SetTimer(HostWindow* window, unsigned id, unsigned ms) = 0;

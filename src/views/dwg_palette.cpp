@@ -6,7 +6,6 @@
 #include "ports/host_documents.h"
 #include "ports/message_box.h"
 #include "ports/port.h"
-#include "ports/window_messages.h"
 #include "settings/tabrow_settings.h"
 #include "views/collation.h"
 #include "views/document_name.h"
@@ -160,7 +159,7 @@ void HvDwgPalette::ReadHostColors() {
     m_colors = Use<HostServices>().CurrentColors();
 }
 
-void HvDwgPalette::OnLButtonDown(win::POINT point) {
+MsgResult HvDwgPalette::OnLButtonDown(win::POINT point, unsigned) {
     TrDocItem* hit = nullptr;
     for (auto& item : m_items) {
         const win::RECT& r = item->rcItem;
@@ -170,17 +169,23 @@ void HvDwgPalette::OnLButtonDown(win::POINT point) {
         }
     }
     if (hit == nullptr)
-        return;
+        return MsgResult::Handled();
     HostDocuments& docs = Use<HostDocuments>();
     HostDocument* current = docs.CurDocument();
     if (m_settings.m_bSwitchOnBusy == 0 && current != nullptr && !docs.IsQuiescent(current)) {
         Use<MessageBoxes>().Show(kBusySwitchText, L"", mb::kOk);
-        return;
+        return MsgResult::Handled();
     }
     docs.ActivateDocument(hit->pDoc);
+    return MsgResult::Handled();
 }
 
-void HvDwgPalette::OnTimer(unsigned id) {
+MsgResult HvDwgPalette::OnSize(unsigned, win::SIZE) {
+    RecalcLayout();
+    return MsgResult::Handled();
+}
+
+MsgResult HvDwgPalette::OnTimer(unsigned id) {
     // One-shot: every timer of the palette stops at its first tick.
     Use<WindowSystem>().KillTimer(m_hWnd, id);
     if (id == kRedrawTimer) {
@@ -192,24 +197,5 @@ void HvDwgPalette::OnTimer(unsigned id) {
             Redraw();
         }
     }
-}
-
-std::intptr_t HvDwgPalette::OnMessage(HostWindow*, unsigned message, std::uintptr_t wParam,
-                                      std::intptr_t lParam) {
-    try {
-        switch (message) {
-            case wm::kTimer:
-                OnTimer(static_cast<unsigned>(wParam));
-                return 0;
-            case wm::kLButtonDown:
-                OnLButtonDown(win::POINT{static_cast<std::int16_t>(lParam & 0xFFFF),
-                                         static_cast<std::int16_t>((lParam >> 16) & 0xFFFF)});
-                return 0;
-            default:
-                return 0;
-        }
-    } catch (...) {
-        // Nothing crosses back into the window system.
-        return 0;
-    }
+    return MsgResult::Handled();
 }

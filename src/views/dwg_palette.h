@@ -22,7 +22,7 @@ struct TabrowSettings;
 inline constexpr wchar_t kBusySwitchText[] =
     L"Please finish the active command before switching drawings!";
 
-class HvDwgPalette : public DwgListView, public WindowMessageHandler {
+class HvDwgPalette : public DwgListView, public WindowHandler {
 public:
     static constexpr unsigned kRedrawTimer = 100;
     static constexpr unsigned kViewChangedTimer = 101;
@@ -49,11 +49,11 @@ public:
     // The host's drawing colours, read again after its options may have changed them.
     void ReadHostColors();
     // A click on an item: the switch, unless a command runs and switching is not allowed then.
-    void OnLButtonDown(win::POINT point);
-    void OnTimer(unsigned id);
-
-    std::intptr_t OnMessage(HostWindow* window, unsigned message, std::uintptr_t wParam,
-                            std::intptr_t lParam) override;
+    MsgResult OnLButtonDown(win::POINT point, unsigned keys) override;
+    // Every timer of the palette is one-shot.
+    MsgResult OnTimer(unsigned id) override;
+    // The cells follow the window's size.
+    MsgResult OnSize(unsigned type, win::SIZE client) override;
 
     HostWindow* m_hWnd = nullptr;  // destroyed with the bar
     std::vector<std::unique_ptr<TrDocItem>> m_items;

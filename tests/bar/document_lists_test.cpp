@@ -99,12 +99,12 @@ TEST_F(DocumentSession, APreviewClickSwitchesUnlessACommandMustFinishFirst) {
     const std::intptr_t inPlan = (40 << 16) | 50;
 
     host.StartCommand(L"LINE");
-    Bar().m_palette.OnMessage(Palette(), wm::kLButtonDown, 0, inPlan);
+    host.Windows().Send(Palette(), wm::kLButtonDown, 0, inPlan);
     EXPECT_EQ(host.MdiActiveDocument(), site);
     EXPECT_EQ(host.MessageBoxesShown().size(), 1u);
 
     host.CancelCommand();
-    Bar().m_palette.OnMessage(Palette(), wm::kLButtonDown, 0, inPlan);
+    host.Windows().Send(Palette(), wm::kLButtonDown, 0, inPlan);
     EXPECT_EQ(host.MdiActiveDocument(), plan);
     EXPECT_EQ(host.MessageBoxesShown().size(), 1u);
 }
@@ -218,16 +218,26 @@ TEST_F(DocumentSession, ClosingTheLastDrawingEmptiesBothListsAndForgetsTheView) 
 
 TEST_F(DocumentSession, AFailedCountEndsTheDocumentEventSilently) {
     Store(L"TabMode", 1);
-    host.OpenDrawing(L"C:\\jobs\\plan.dwg");
     Load();
-    const int refreshes = Bar().m_nTipRefreshes;
     host.FailAutomation(hr::kFail, L"Unspecified error");
-    host.OpenDrawing(L"C:\\jobs\\site.dwg");
-    EXPECT_EQ(TabTexts(), (Texts{L"plan", L"site"}));  // added before the count
-    EXPECT_EQ(Bar().m_nTipRefreshes, refreshes);       // what follows the count never ran
+    host.OpenDrawing(L"C:\\jobs\\plan.dwg");
+    EXPECT_EQ(TabTexts(), (Texts{L"plan"}));  // added before the count
+    EXPECT_FALSE(host.Windows().IsVisible(Tabs()));  // what follows the count never ran
     EXPECT_TRUE(host.ReactorFailures().empty());
     EXPECT_TRUE(host.MessageBoxesShown().empty());
     host.ClearAutomationFailure();
+    host.OpenDrawing(L"C:\\jobs\\site.dwg");
+    EXPECT_EQ(TabTexts(), (Texts{L"plan", L"site"}));
+}
+
+TEST_F(DocumentSession, APaletteOfANewSizeLaysOutItsCellsAgain) {
+    host.OpenDrawing(L"C:\\jobs\\plan.dwg");
+    Load();
+    const int redraws = host.Windows().Window(Palette()).redraws;
+    host.Windows().Move(Palette(), win::RECT{0, 0, 300, 100}, false);
+    EXPECT_EQ(host.Windows().Window(Palette()).redraws, redraws + 1);
+    host.Windows().Move(Palette(), win::RECT{10, 0, 310, 100}, false);  // moved, same size
+    EXPECT_EQ(host.Windows().Window(Palette()).redraws, redraws + 1);
 }
 
 TEST_F(DocumentSession, TheViewTimerMarksTheActivePreviewOutOfDateOnce) {

@@ -62,13 +62,8 @@ protected:
         return titles;
     }
     int SelectedTab() { return host.TabControl().GetCurSel(Tabs()); }
-    // A click on a tab as the control handles it: ask the parent, then change and tell it.
-    void ClickTab(int index) {
-        if (Bar().OnTabSelChanging())
-            return;
-        host.TabControl().UserSelect(Tabs(), index);
-        Bar().OnTabSelChange();
-    }
+    // A click on a tab: the control asks the bar, then changes and tells it.
+    void ClickTab(int index) { host.TabControl().Click(Tabs(), index); }
     TrDocItem* Item(HostDocument* doc) {
         for (const auto& item : Bar().m_palette.m_items) {
             if (item->pDoc == doc)

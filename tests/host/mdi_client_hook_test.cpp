@@ -5,8 +5,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <vector>
+
 #include "bar/document_session.h"
-#include "host/relayout.h"
+#include "layout/relayout.h"
 #include "settings/tabrow_settings.h"
 
 namespace {
@@ -141,6 +144,36 @@ TEST_F(LayoutSession, AnEmptyPositionPassesUncutAndIsNotRemembered) {
     EXPECT_EQ(Rect(BarWindow()), bar);
 }
 
+// The MDI client's own procedure: what position it is asked to take.
+class PositionWitness : public WindowHandler {
+public:
+    MsgResult OnWindowPosChanging(win::WINDOWPOS& pos) override {
+        seen.push_back(win::RECT{pos.x, pos.y, pos.x + pos.cx, pos.y + pos.cy});
+        return MsgResult::NotHandled();
+    }
+    std::vector<win::RECT> seen;
+};
+
+TEST_F(LayoutSession, ACountThatFailsDuringAMoveLeavesTheHostItsOwnPositionUncut) {
+    OpenTwo();
+    LoadDocked(dock::kTop);
+    Refresh();
+    const win::RECT bar = Rect(BarWindow());
+    PositionWitness own;
+    host.Windows().SetMessageHandler(g_hwndMdiClient, &own);
+    Bar().m_bHideOnSingle = 1;  // the count is asked for at each move
+    host.FailAutomation(hr::kFail, L"Unspecified error");
+    host.Windows().Move(g_hwndMdiClient, kMdiRoom, true);
+    host.ClearAutomationFailure();
+    EXPECT_EQ(own.seen, std::vector<win::RECT>{kMdiRoom});
+    EXPECT_EQ(Rect(g_hwndMdiClient), kMdiRoom);
+    EXPECT_EQ(Rect(BarWindow()), bar);
+
+    Refresh();  // the next move cuts again
+    EXPECT_EQ(Rect(g_hwndMdiClient), (win::RECT{0, 160, 1920, 880}));
+    host.Windows().SetMessageHandler(g_hwndMdiClient, nullptr);
+}
+
 TEST_F(LayoutSession, TroffGivesTheRoomBackAndStopsRememberingTronTakesItAgain) {
     OpenTwo();
     LoadDocked(dock::kRight);
@@ -175,6 +208,12 @@ TEST_F(LayoutSession, RelayoutsBringANewThicknessIntoTheHostsWindows) {
     RelayoutMdiClient();
     EXPECT_EQ(Rect(g_hwndMdiClient), (win::RECT{0, 60, 1920, 730}));
     EXPECT_EQ(Rect(BarWindow()), (win::RECT{0, 730, 1920, 880}));
+    // The host's window moves without repainting; the bar, in the gap, repaints.
+    const auto& moves = host.Windows().Moves();
+    EXPECT_FALSE(moves.back().repaint);
+    EXPECT_TRUE(std::find_if(moves.rbegin(), moves.rend(), [this](const auto& move) {
+                    return move.window == BarWindow();
+                })->repaint);
 
     Bar().m_nDockSide = dock::kCmdWndRight;
     host.Windows().SetParent(BarWindow(), g_hwndCmdContainer);

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
 #include <vector>
 
 #include "bar/document_session.h"
@@ -17,13 +18,10 @@ namespace {
 class TimerCounter : public CSubclassWnd {
 public:
     int fired = 0;
-
-protected:
-    std::intptr_t WindowProc(unsigned message, std::uintptr_t wParam,
-                             std::intptr_t lParam) override {
-        if (message == wm::kTimer && wParam == HvDwgPalette::kViewChangedTimer)
+    MsgResult OnTimer(unsigned id) override {
+        if (id == HvDwgPalette::kViewChangedTimer)
             ++fired;
-        return CSubclassWnd::WindowProc(message, wParam, lParam);
+        return MsgResult::NotHandled();
     }
 };
 
@@ -68,6 +66,28 @@ TEST_F(WatcherSession, OtherWindowsAndOtherButtonsSetNoTimer) {
         Pump(g_hwndDwgView, message);
     host.Windows().Elapse(2000);
     EXPECT_EQ(counter.fired, 0);
+}
+
+// A window system whose timers cannot be set.
+class NoTimers : public SimWindowSystem {
+public:
+    bool IsWindow(HostWindow*) override { return true; }
+    void SetTimer(HostWindow*, unsigned, unsigned) override {
+        throw std::runtime_error("no timer to be had");
+    }
+};
+
+TEST_F(WatcherSession, AFailingPortStopsInTheWatcherAndTheMessageGoesOn) {
+    {
+        NoTimers failing;
+        ScopedPort<WindowSystem> port(failing);
+        EXPECT_NO_THROW(Pump(g_hwndDwgView, wm::kMouseWheel));
+    }
+    host.Windows().Elapse(2000);
+    EXPECT_EQ(counter.fired, 0);
+    Pump(g_hwndDwgView, wm::kMouseWheel);  // the watcher works on with the port back
+    host.Windows().Elapse(800);
+    EXPECT_EQ(counter.fired, 1);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -16,31 +17,37 @@ namespace {
 
 using Log = std::vector<std::string>;
 
-// The window's own procedure: records what reaches it.
-class OwnProcedure : public WindowMessageHandler {
+// The window's own procedure: records what reaches it and answers 7.
+class OwnProcedure : public WindowHandler {
 public:
     explicit OwnProcedure(Log& log) : m_log(log) {}
-    std::intptr_t OnMessage(HostWindow*, unsigned message, std::uintptr_t, std::intptr_t) override {
-        m_log.push_back("own " + std::to_string(message));
-        return 7;
+    MsgResult OnPaint() override { return Seen(wm::kPaint); }
+    MsgResult OnWindowPosChanging(win::WINDOWPOS&) override { return Seen(wm::kWindowPosChanging); }
+    MsgResult OnNcDestroy() override { return Seen(wm::kNcDestroy); }
+    MsgResult OnUserMessage(unsigned message, std::uintptr_t, std::intptr_t) override {
+        return Seen(message);
     }
 
 private:
+    MsgResult Seen(unsigned message) {
+        m_log.push_back("own " + std::to_string(message));
+        return MsgResult::Handled(7);
+    }
     Log& m_log;
 };
 
-// Shifts a moving window right by `by` and passes every message on.
+// Shifts a moving window right by `by`, and passes every message on.
 class ShiftHook : public CSubclassWnd {
 public:
     ShiftHook(std::string name, int by, Log& log) : m_name(std::move(name)), m_by(by), m_log(log) {}
-
-protected:
-    std::intptr_t WindowProc(unsigned message, std::uintptr_t wParam,
-                             std::intptr_t lParam) override {
+    MsgResult OnWindowPosChanging(win::WINDOWPOS& pos) override {
+        m_log.push_back(m_name + " " + std::to_string(wm::kWindowPosChanging));
+        pos.x += m_by;
+        return MsgResult::NotHandled();
+    }
+    MsgResult OnUserMessage(unsigned message, std::uintptr_t, std::intptr_t) override {
         m_log.push_back(m_name + " " + std::to_string(message));
-        if (message == wm::kWindowPosChanging)
-            reinterpret_cast<win::WINDOWPOS*>(lParam)->x += m_by;
-        return CSubclassWnd::WindowProc(message, wParam, lParam);
+        return MsgResult::NotHandled();
     }
 
 private:
@@ -54,16 +61,22 @@ private:
 class NestingHook : public CSubclassWnd {
 public:
     explicit NestingHook(SimWindowSystem& windows) : m_windows(windows) {}
-
-protected:
-    std::intptr_t WindowProc(unsigned message, std::uintptr_t, std::intptr_t) override {
-        if (message == wm::kUser)
-            m_windows.Send(m_pWndHooked, wm::kPaint, 0, 0);
-        return Default();
+    MsgResult OnUserMessage(unsigned, std::uintptr_t, std::intptr_t) override {
+        m_windows.Send(m_pWndHooked, wm::kPaint, 0, 0);
+        return MsgResult::Handled(Default() + 1);
     }
 
 private:
     SimWindowSystem& m_windows;
+};
+
+// Fails on a position change after it has changed the position.
+class FailingHook : public CSubclassWnd {
+public:
+    MsgResult OnWindowPosChanging(win::WINDOWPOS& pos) override {
+        pos.x += 1000;
+        throw std::runtime_error("a failing hook");
+    }
 };
 
 class SubclassWnd : public ::testing::Test {
@@ -83,7 +96,7 @@ protected:
 
 TEST_F(SubclassWnd, HooksSeeMessagesNewestFirstAndUnhookingKeepsTheRestOfTheChain) {
     ShiftHook first("first", 1, log), middle("middle", 2, log), last("last", 4, log);
-    first.HookWindow(window);
+    EXPECT_TRUE(first.HookWindow(window));
     middle.HookWindow(window);
     last.HookWindow(window);
     windows.Move(window, win::RECT{0, 0, 100, 50}, true);
@@ -127,8 +140,22 @@ TEST_F(SubclassWnd, AWindowThatDiesDropsItsHooksAndADeadWindowGetsNone) {
 TEST_F(SubclassWnd, DefaultPassesOnTheMessageBeingHandledAfterANestedOne) {
     NestingHook hook(windows);
     hook.HookWindow(window);
-    windows.Send(window, wm::kUser, 0, 0);
+    EXPECT_EQ(windows.Send(window, wm::kUser, 0, 0), 8);  // the window's answer, and the hook's
     EXPECT_EQ(log, (Log{"own 15", "own 1024"}));
+}
+
+TEST_F(SubclassWnd, AfterAFailureTheWindowStillGetsTheMessageAsItWasPassedOn) {
+    ShiftHook behind("behind", 1, log);
+    FailingHook failing;
+    behind.HookWindow(window);
+    failing.HookWindow(window);
+    windows.Move(window, win::RECT{0, 0, 100, 50}, true);
+    // The failing hook's change stands, the hooks after it are skipped, the window answers.
+    EXPECT_EQ(log, (Log{"own 70"}));
+    EXPECT_EQ(windows.RectInParent(window), (win::RECT{1000, 0, 1100, 50}));
+    log.clear();
+    EXPECT_EQ(windows.Send(window, wm::kUser, 0, 0), 7);  // the chain goes on working
+    EXPECT_EQ(log, (Log{"behind 1024", "own 1024"}));
 }
 
 }  // namespace

@@ -77,14 +77,11 @@ public:
         m_boxesShown = static_cast<int>(m_host.MessageBoxesShown().size());
     }
 
-    // A click on the tab of `doc`, as the tab control tells its parent.
+    // A click on the tab of `doc`: the tab control asks the bar and tells it (a veto keeps the
+    // selection).
     void ClickTab(HostDocument* doc) {
         HvDwgTabCtrl& tabs = g_pTabrow->m_tabCtrl;
-        int index = tabs.FindDocument(doc);
-        if (g_pTabrow->OnTabSelChanging())
-            return;  // vetoed: the selection stays
-        Use<TabControls>().SetCurSel(tabs.m_hWnd, index);
-        g_pTabrow->OnTabSelChange();
+        m_host.TabControl().Click(tabs.m_hWnd, tabs.FindDocument(doc));
     }
 
 private:

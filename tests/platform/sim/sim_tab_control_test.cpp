@@ -55,7 +55,8 @@ TEST_F(SimTabs, SelectionFollowsInsertsAndDeletesAndSetCurSelIsCounted) {
     tabs.InsertItem(t, 0, L"a", 1);
     EXPECT_EQ(tabs.GetCurSel(t), 1);
     EXPECT_EQ(tabs.SetCurSel(t, 0), 1);
-    tabs.UserSelect(t, 1);
+    EXPECT_TRUE(tabs.Click(t, 1));
+    EXPECT_FALSE(tabs.Click(t, 1));  // the selected tab
     EXPECT_EQ(tabs.SetCurSelCalls(t), 1);
     tabs.DeleteItem(t, 1);
     EXPECT_EQ(tabs.GetCurSel(t), -1);

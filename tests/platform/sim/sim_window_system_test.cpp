@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/sim/sim_host.h"
+#include "support/recording_handler.h"
 #include "ports/window_messages.h"
 
 namespace {
@@ -30,12 +31,18 @@ std::intptr_t LowerBy40(HostWindow* window, unsigned message, std::uintptr_t wPa
     return g_windows->CallOld(g_old, window, message, wParam, lParam);
 }
 
-class Recorder : public WindowMessageHandler {
+class Recorder : public WindowHandler {
 public:
-    std::intptr_t OnMessage(HostWindow*, unsigned message, std::uintptr_t wParam,
-                            std::intptr_t) override {
+    MsgResult OnTimer(unsigned id) override { return Seen(wm::kTimer, id); }
+    MsgResult OnNcDestroy() override { return Seen(wm::kNcDestroy, 0); }
+    MsgResult OnWindowPosChanging(win::WINDOWPOS&) override {
+        return Seen(wm::kWindowPosChanging, 0);
+    }
+
+private:
+    MsgResult Seen(unsigned message, unsigned wParam) {
         g_log.push_back("own " + std::to_string(message) + " " + std::to_string(wParam));
-        return 0;
+        return MsgResult::Handled();
     }
 };
 
@@ -63,13 +70,34 @@ TEST_F(SimWindowMessages, TheFrameLaysOutItsChildrenThroughTheirProcedures) {
     windows.Move(windows.HostFrame(), win::RECT{0, 0, 1200, 800}, true);
     EXPECT_EQ(Rect(windows.CommandContainer()), (win::RECT{0, 680, 1200, 780}));
     EXPECT_EQ(Rect(windows.DockedCommandLine()), (win::RECT{0, 0, 1200, 100}));
-    EXPECT_EQ(g_log, (std::vector<std::string>{"proc 70"}));
+    EXPECT_EQ(g_log, (std::vector<std::string>{"proc 70", "proc 5"}));  // the move, the new size
 
     windows.Restore(windows.CommandContainer(), g_old);
     EXPECT_TRUE(windows.HasOwnProcedure(windows.CommandContainer()));
     windows.Show(windows.CommandContainer(), false);
     windows.Move(windows.HostFrame(), win::RECT{0, 0, 1200, 800}, true);
     EXPECT_EQ(Rect(windows.MdiClient()), (win::RECT{0, 60, 1200, 780}));  // down to the status bar
+}
+
+TEST_F(SimWindowMessages, AWindowsHandlerGetsEachMessageAsANamedCall) {
+    RecordingHandler handler;
+    HostWindow* window =
+        windows.CreateChild(windows.HostFrame(), L"View", win::RECT{}, ws::kChild);
+    windows.SetMessageHandler(window, &handler);
+    win::WINDOWPOS pos;
+    win::NMHDR header;
+    std::intptr_t answer = 0;
+    for (const PackedMessage& c : DecodingCases(pos, header)) {
+        EXPECT_EQ(windows.Send(window, c.message, c.wParam, c.lParam), ++answer) << c.call;
+        EXPECT_EQ(handler.calls.back(), c.call);
+    }
+    // A move hands the handler the position it is about to take, then the new size; a move
+    // that keeps the size sends none.
+    handler.calls.clear();
+    windows.Move(window, win::RECT{5, 6, 105, 56}, true);
+    windows.Move(window, win::RECT{0, 0, 100, 50}, true);
+    EXPECT_EQ(handler.calls,
+              (std::vector<std::string>{"pos 5 6 100 50", "size 0 100 50", "pos 0 0 100 50"}));
 }
 
 void CountWatched(const HostMessage& message) {
@@ -85,8 +113,8 @@ TEST(SimHostMessages, AMessageOfTheMainLoopReachesTheWatchersFirstThenItsWindow)
         host.Windows().CreateChild(host.Windows().MdiClient(), L"View", win::RECT{}, ws::kChild);
     host.Windows().SetMessageHandler(view, &own);
     host.RegisterMessageWatcher(CountWatched);
-    host.PumpMessage(HostMessage{view, wm::kMouseWheel, 3, 0});
-    EXPECT_EQ(g_log, (std::vector<std::string>{"watcher 522", "own 522 3"}));
+    host.PumpMessage(HostMessage{view, wm::kTimer, 3, 0});
+    EXPECT_EQ(g_log, (std::vector<std::string>{"watcher 275", "own 275 3"}));
     g_windows = nullptr;
 }
 

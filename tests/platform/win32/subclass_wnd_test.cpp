@@ -10,40 +10,34 @@
 #include "foundation/win_types.h"
 #include "platform/win32/win32_window_procedures.h"
 #include "ports/port.h"
-#include "ports/window_messages.h"
 #include "test_window.h"
-
-static_assert(sizeof(win::WINDOWPOS) == sizeof(::WINDOWPOS) &&
-                  offsetof(win::WINDOWPOS, cx) == offsetof(::WINDOWPOS, cx) &&
-                  offsetof(win::WINDOWPOS, flags) == offsetof(::WINDOWPOS, flags),
-              "the core reads the window system's WINDOWPOS through its twin");
 
 namespace {
 
 constexpr unsigned kPing = TestWindow::kFirstTestMessage;
 
-// Writes its name for each test message, then passes the message on.
+// Writes its name for each test message and adds one to the answer of a ping; cuts room off the
+// left of a new size when asked to.
 class LoggingHook : public CSubclassWnd {
 public:
     explicit LoggingHook(std::string name) : m_name(std::move(name)) {}
 
-protected:
-    std::intptr_t WindowProc(unsigned message, std::uintptr_t wParam,
-                             std::intptr_t lParam) override {
+    MsgResult OnUserMessage(unsigned message, std::uintptr_t, std::intptr_t) override {
         if (message >= TestWindow::kFirstTestMessage)
             TestWindow::Log().push_back(m_name);
-        if (message == wm::kWindowPosChanging && m_cutLeft != 0) {
-            // As the bar's hook does: take room off the left of the new position.
-            auto* pos = reinterpret_cast<win::WINDOWPOS*>(lParam);
-            if ((pos->flags & SWP_NOSIZE) == 0) {
-                pos->x += m_cutLeft;
-                pos->cx -= m_cutLeft;
-            }
+        if (message != kPing)
+            return MsgResult::NotHandled();
+        return MsgResult::Handled(Default() + 1);
+    }
+    MsgResult OnWindowPosChanging(win::WINDOWPOS& pos) override {
+        // As the bar's hook does: take room off the left of the new position.
+        if (m_cutLeft != 0 && (pos.flags & SWP_NOSIZE) == 0) {
+            pos.x += m_cutLeft;
+            pos.cx -= m_cutLeft;
         }
-        return message == kPing ? CSubclassWnd::WindowProc(message, wParam, lParam) + 1 : Default();
+        return MsgResult::NotHandled();
     }
 
-public:
     int m_cutLeft = 0;
 
 private:

@@ -1,7 +1,8 @@
-#include "host/editor_reactor.h"
+#include "bar/editor_reactor.h"
 
+#include "bar/host_callback.h"
 #include "bar/hv_tabrow.h"
-#include "host/tabrow_app.h"
+#include "layout/host_windows.h"
 #include "ports/host_automation.h"
 #include "ports/host_documents.h"
 #include "ports/port.h"
@@ -37,7 +38,7 @@ bool IsRenamingSave(const std::wstring& command) {
 }  // namespace
 
 HvTrEditorReactor::HvTrEditorReactor(HvTabrow* pTabrow) {
-    m_nAvoidSaveasInLisp = LoadAvoidSaveasInLisp(theApp) ? 1 : 0;
+    m_nAvoidSaveasInLisp = LoadAvoidSaveasInLisp(pTabrow->m_store) ? 1 : 0;
     if (IsInstalled<HostReactors>() && Use<HostReactors>().HasEditor()) {
         Use<HostReactors>().AddEditorReactor(this);
         m_bAttached = true;
@@ -51,13 +52,17 @@ HvTrEditorReactor::~HvTrEditorReactor() {
 }
 
 void HvTrEditorReactor::commandWillStart(const std::wstring& command) {
-    if (m_bInLisp == 0)
-        m_strCommand = command;
+    HostCallback([&] {
+        if (m_bInLisp == 0)
+            m_strCommand = command;
+    });
 }
 
 void HvTrEditorReactor::commandEnded(const std::wstring& command) {
-    if (m_bInLisp == 0)
-        OnCommandFinished(command);
+    HostCallbackPassingComErrors([&] {
+        if (m_bInLisp == 0)
+            OnCommandFinished(command);
+    });
 }
 
 // A cancelled or failed command changes no mark.
@@ -74,9 +79,11 @@ void HvTrEditorReactor::lispWillStart(const std::wstring&) {
 }
 
 void HvTrEditorReactor::lispEnded() {
-    if (m_bInLisp != 0)
-        OnCommandFinished(L"lispEnded()");
-    m_bInLisp = 0;
+    HostCallbackPassingComErrors([&] {
+        if (m_bInLisp != 0)
+            OnCommandFinished(L"lispEnded()");
+        m_bInLisp = 0;
+    });
 }
 
 void HvTrEditorReactor::lispCancelled() {
@@ -110,17 +117,17 @@ void HvTrEditorReactor::saveComplete(HostDatabase* db, const std::wstring& actua
     // An autosave runs under no command, and a silent LISP stretch sets none: both pass.
     if (m_strCommand.empty() || m_bInLisp != 0 || m_pTabrow == nullptr)
         return;
-    HostDocument* doc = Use<HostDocuments>().DocumentOf(db);
-    if (!IsRenamingSave(m_strCommand)) {
+    HostCallback([&] {
+        HostDocument* doc = Use<HostDocuments>().DocumentOf(db);
+        if (IsRenamingSave(m_strCommand)) {
+            m_pTabrow->SetDocumentPath(doc, actualName);
+            m_pTabrow->AddRecentFile(actualName);
+        }
         m_pTabrow->SetDocumentModified(doc, false);
-        return;
-    }
-    m_pTabrow->SetDocumentPath(doc, actualName);
-    m_pTabrow->AddRecentFile(actualName);
-    m_pTabrow->SetDocumentModified(doc, false);
+    });
 }
 
 void HvTrEditorReactor::endDwgOpen(const std::wstring& fileName) {
     if (m_pTabrow != nullptr)
-        m_pTabrow->AddRecentFile(fileName);
+        HostCallback([&] { m_pTabrow->AddRecentFile(fileName); });
 }

@@ -128,6 +128,15 @@ TEST_F(DocumentSession, ReactorsAttachWhereTheHostHasTheirSourceAndLeaveAtUnload
     EXPECT_EQ(host.ReactorCount(), 1u);
     Unload();
     EXPECT_EQ(host.ReactorCount(), 0u);
+
+    host.SetHasEditor(true);
+    host.SetHasDocManager(false);
+    host.OpenDrawing(L"C:\\jobs\\plan.dwg");
+    Load();  // the drawings open then are listed all the same, and later ones go unheard
+    host.OpenDrawing(L"C:\\jobs\\site.dwg");
+    EXPECT_EQ(PaletteTitles(), (Texts{L"plan"}));
+    EXPECT_TRUE(host.Windows().IsVisible(Palette()));
+    EXPECT_TRUE(host.MessageBoxesShown().empty());
 }
 
 }  // namespace

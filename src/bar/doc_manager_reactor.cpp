@@ -1,7 +1,9 @@
-#include "host/doc_manager_reactor.h"
+#include "bar/doc_manager_reactor.h"
 
+#include "bar/host_callback.h"
 #include "bar/hv_tabrow.h"
-#include "host/tabrow_app.h"
+#include "layout/host_windows.h"
+#include "layout/relayout.h"
 #include "ports/host_services.h"
 #include "ports/port.h"
 #include "ports/window_system.h"
@@ -21,26 +23,29 @@ HvTrDocManagerReactor::~HvTrDocManagerReactor() {
 
 void HvTrDocManagerReactor::documentCreated(HostDocument* doc) {
     if (m_pTabrow != nullptr)
-        m_pTabrow->OnDocumentCreated(doc);
+        HostCallback([&] { m_pTabrow->OnDocumentCreated(doc); });
 }
 
 void HvTrDocManagerReactor::documentToBeDestroyed(HostDocument* doc) {
     if (doc != nullptr && m_pTabrow != nullptr)
-        m_pTabrow->OnDocumentToBeDestroyed(doc);
+        HostCallback([&] { m_pTabrow->OnDocumentToBeDestroyed(doc); });
 }
 
 void HvTrDocManagerReactor::documentActivated(HostDocument* doc) {
     if (m_pTabrow != nullptr)
-        m_pTabrow->OnDocumentActivated(doc);
+        HostCallback([&] { m_pTabrow->OnDocumentActivated(doc); });
 }
 
 void HvTrDocManagerReactor::documentDestroyed(const std::wstring&) {
     if (m_pTabrow == nullptr || m_pTabrow->m_bHideOnSingle == 0)
         return;
-    if (m_pTabrow->GetOpenDocumentCount() != 1)
-        return;
-    // One drawing left: the bar's room goes, and the relayout wipes the command prompt.
-    RefreshHostLayout(g_hwndFrame);
-    Use<WindowSystem>().Redraw(g_hwndFrame, ws::kRdwInvalidate | ws::kRdwErase | ws::kRdwUpdateNow);
-    Use<HostServices>().PostCommandPrompt();
+    HostCallback([&] {
+        if (m_pTabrow->GetOpenDocumentCount() != 1)
+            return;
+        // One drawing left: the bar's room goes, and the relayout wipes the command prompt.
+        RefreshHostLayout(g_hwndFrame);
+        Use<WindowSystem>().Redraw(g_hwndFrame,
+                                   ws::kRdwInvalidate | ws::kRdwErase | ws::kRdwUpdateNow);
+        Use<HostServices>().PostCommandPrompt();
+    });
 }
