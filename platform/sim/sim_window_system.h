@@ -56,6 +56,11 @@ public:
         bool repaint;
     };
     const std::vector<MoveRecord>& Moves() const { return m_moves; }
+    // Windows moved while another window's WM_WINDOWPOSCHANGING was being handled without
+    // being that window's sibling. Such a move is only safe between siblings: a window of
+    // another parent is laid out in other coordinates, and on the real system may be moved
+    // in the middle of its own parent's layout.
+    const std::vector<HostWindow*>& MisplacedMoves() const { return m_misplaced; }
     std::vector<HostWindow*> ChildrenOf(HostWindow* parent, const std::wstring& className);
     // Lets `ms` of time pass: each timer that falls due sends WM_TIMER to its window, in the
     // order they fall due.
@@ -117,6 +122,8 @@ private:
     std::vector<std::unique_ptr<SimProcedure>> m_procedures;  // every procedure ever installed
     std::map<HostWindow*, std::unique_ptr<SimWindow>> m_windows;
     std::vector<MoveRecord> m_moves;
+    std::vector<HostWindow*> m_positioning;  // windows inside their WM_WINDOWPOSCHANGING
+    std::vector<HostWindow*> m_misplaced;
     long long m_now = 0;
     HostWindow* m_frame = nullptr;
     HostWindow* m_mdiClient = nullptr;

@@ -72,14 +72,21 @@ TEST_F(SimSession, DocumentsComeAndGoWithTheHostsEventsInOrder) {
     EXPECT_EQ(host.DatabasePort().WorkingDatabase(), nullptr);
 }
 
-TEST_F(SimSession, SavingClearsDbmodUnlessTheDrawingIsReadOnly) {
+TEST_F(SimSession, SavingClearsDbmodAndTheFlagUnlessTheDrawingIsReadOnly) {
     HostDocument* doc = host.OpenDrawing(L"/jobs/plan.dwg");
+    EXPECT_EQ(host.GetVariable(L"DBMOD"), L"0");
+    host.SetDbmod(doc, 4);  // DBMOD alone: the document's flag does not follow
+    EXPECT_FALSE(host.IsModified(doc));
+    EXPECT_EQ(host.GetVariable(L"dbmod"), L"4");
+    host.SetDbmod(doc, 0);
+    host.SetDocumentFlag(doc, true);
     EXPECT_EQ(host.GetVariable(L"DBMOD"), L"0");
     host.Modify(doc);
     EXPECT_TRUE(host.IsModified(doc));
     EXPECT_EQ(host.GetVariable(L"dbmod"), L"1");
     host.Type(L"QSAVE");
     EXPECT_FALSE(host.IsModified(doc));
+    EXPECT_EQ(host.GetVariable(L"DBMOD"), L"0");
     EXPECT_EQ(events.log.back(), L"end QSAVE");
     EXPECT_EQ(events.log[events.log.size() - 2], L"saved plan.dwg /jobs/plan.dwg");
 
@@ -118,6 +125,40 @@ TEST_F(SimSession, AStartedCommandKeepsTheDrawingBusyUntilItEnds) {
     EXPECT_EQ(std::vector<std::wstring>(events.log.end() - 4, events.log.end()),
               (std::vector<std::wstring>{L"start LINE LINE", L"cancel LINE", L"start LINE LINE",
                                          L"end LINE"}));
+}
+
+TEST_F(SimSession, ACommandInAnotherDrawingMakesItCurrentAndBusyWhileTheActiveOneStays) {
+    HostDocument* site = host.OpenDrawing(L"/jobs/site.dwg");
+    HostDocument* plan = host.OpenDrawing(L"/jobs/plan.dwg");
+    host.SetDbmod(site, 1);
+    std::vector<std::wstring> seen;
+    host.AddCommand({L"T", L"PEEK", L"PEEK", 0, [&] {
+                         seen = {host.Title(host.CurDocument()),
+                                 host.Title(host.MdiActiveDocument()),
+                                 host.GetVariable(L"DBMOD").value(),
+                                 host.IsQuiescent(site) ? L"site idle" : L"site busy",
+                                 host.IsQuiescent(plan) ? L"plan idle" : L"plan busy"};
+                     }});
+    host.TypeIn(site, L"peek");
+    EXPECT_EQ(seen, (std::vector<std::wstring>{L"site.dwg", L"plan.dwg", L"1", L"site busy",
+                                               L"plan idle"}));
+    EXPECT_EQ(host.CurDocument(), plan);
+    host.Type(L"PEEK");
+    EXPECT_EQ(seen, (std::vector<std::wstring>{L"plan.dwg", L"plan.dwg", L"0", L"site idle",
+                                               L"plan busy"}));
+}
+
+TEST_F(SimSession, ReactorsHearTheGlobalNameInCapitalsUnlessToldToKeepTheTypedCase) {
+    host.OpenDrawing(L"/jobs/plan.dwg");
+    events.log.clear();
+    host.Type(L"_.line");
+    host.ReportCommandsAsTyped(true);
+    host.Type(L"_.line");
+    host.StartCommand(L"Regen");
+    host.EndCommand();
+    EXPECT_EQ(events.log, (std::vector<std::wstring>{L"start LINE LINE", L"end LINE",
+                                                     L"start line LINE", L"end line",
+                                                     L"start Regen REGEN", L"end Regen"}));
 }
 
 TEST_F(SimSession, LispRunsItsCommandsBetweenItsOwnEventsAndAutosavesNeedNoCommand) {
@@ -209,6 +250,18 @@ TEST_F(SimSession, AutomationCanBeMissingOrToldToFail) {
     EXPECT_EQ(raised->Error(), hr::kFail);
     EXPECT_EQ(raised->Description(), L"Unspecified error");
     host.ClearAutomationFailure();
+
+    // One call of one kind fails once; calls of other kinds go through meanwhile.
+    host.FailAutomationCall(SimAutomationCall::QueryApplication, hr::kCallRejected, L"busy");
+    HostSheetSetManager* manager = host.CreateSheetSetManager();
+    EXPECT_EQ(host.SheetSetManagers(), 1);
+    host.Release(manager);
+    raised = failure();
+    ASSERT_TRUE(raised) << "the single failure was not raised";
+    EXPECT_EQ(raised->Error(), hr::kCallRejected);
+    EXPECT_FALSE(failure()) << "the single failure came twice";
+    EXPECT_EQ(host.AutomationReferences(), 1);
+
     host.SetHasAutomation(false);
     raised = failure();
     ASSERT_TRUE(raised) << "a host without automation answered";
