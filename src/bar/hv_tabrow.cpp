@@ -1,6 +1,7 @@
 #include "bar/hv_tabrow.h"
 
 #include "host/tabrow_app.h"
+#include "ports/host_services.h"
 #include "ports/port.h"
 #include "ports/window_system.h"
 
@@ -11,6 +12,9 @@ constexpr win::RECT kFloatingRect{100, 100, 700, 130};
 
 HvTabrow::HvTabrow() {
     LoadSettings();
+    // The host's manager opens sheet sets by itself exactly when the setting asks for it.
+    if (IsInstalled<HostServices>())
+        Use<HostServices>().SetVariable(L"SSMAUTOOPEN", std::to_wstring(m_bOpenSheetSetInSSM));
 }
 
 HvTabrow::~HvTabrow() {
@@ -39,9 +43,14 @@ bool HvTabrow::Create() {
                                      win::RECT{0, 0, kFloatingRect.Width(), kFloatingRect.Height()},
                                      style);
     } else {
-        win::RECT frame = windows.RectInParent(g_hwndFrame);
-        m_hWnd = windows.CreateChild(g_hwndFrame, L"HvTabrow",
-                                     win::RECT{0, 0, frame.Width(), kDockedThickness}, style);
+        // The hook moves the bar while it lays out the window it cuts from, which is safe only
+        // for a sibling of that window: the command window's container holds the bar docked
+        // there, the frame holds it beside the MDI client.
+        HostWindow* parent =
+            dock::IsInCommandWindow(m_nDockSide) ? g_hwndCmdContainer : g_hwndFrame;
+        win::RECT room = windows.RectInParent(parent);
+        m_hWnd = windows.CreateChild(parent, L"HvTabrow",
+                                     win::RECT{0, 0, room.Width(), kDockedThickness}, style);
     }
     if (m_hWnd == nullptr || !CreateViews())
         return false;

@@ -50,6 +50,15 @@ bool FindHostWindows(HostWindow*& frame, HostWindow*& mdiClient, HostWindow*& cm
     return frame && mdiClient && cmdWnd && cmdContainer;
 }
 
+void CreateSheetSetManager() {
+    // A host without sheet sets leaves the pointer null; the sheet set dialog then loads nothing.
+    try {
+        g_pSheetSetMgr = Use<HostAutomation>().CreateSheetSetManager();
+    } catch (...) {
+        g_pSheetSetMgr = nullptr;
+    }
+}
+
 void CreateBar() {
     g_pTabrow = new HvTabrow();
     g_pTabrow->Create();  // builds the document lists at its end
@@ -58,12 +67,15 @@ void CreateBar() {
     g_pMdiClientHook->HookWindow(g_hwndMdiClient);
     g_pCmdWndHook = new HvTrMdiClientWnd;
     g_pCmdWndHook->HookWindow(g_hwndCmdWnd);
+    CreateSheetSetManager();
     Use<HostServices>().RegisterMessageWatcher(TabrowMessageWatcher);
     if (LoadBarOn(theApp)) {
         TrOn();
     } else {
         TrOff();
     }
+    // The right tab selected, the view known to the message watcher from the first wheel step.
+    g_pTabrow->OnDocumentActivated(Use<HostDocuments>().MdiActiveDocument());
 }
 
 void RemoveHook(HvTrMdiClientWnd*& hook, bool quitting) {
@@ -82,6 +94,7 @@ HvApp theApp = MakeApp();
 HvTabrow* g_pTabrow = nullptr;
 std::uint8_t g_bTabrowOn = 1;
 HostApplication* g_pHostApp = nullptr;
+HostSheetSetManager* g_pSheetSetMgr = nullptr;
 HvTrMdiClientWnd* g_pMdiClientHook = nullptr;
 HvTrMdiClientWnd* g_pCmdWndHook = nullptr;
 HostWindow* g_hwndFrame = nullptr;
@@ -95,6 +108,7 @@ void MapModule() {
     g_pTabrow = nullptr;
     g_bTabrowOn = 1;
     g_pHostApp = nullptr;
+    g_pSheetSetMgr = nullptr;
     g_pMdiClientHook = g_pCmdWndHook = nullptr;
     g_hwndFrame = g_hwndMdiClient = g_hwndCmdWnd = g_hwndCmdContainer = g_hwndDwgView = nullptr;
     g_rcCmdWnd = g_rcMdiClient = g_rcMdiClientSize = win::RECT{};
@@ -156,6 +170,10 @@ void OnLoad(HostAppPacket* pkt) {
 void OnUnload() {
     HostServices& host = Use<HostServices>();
     theApp.SetInt(keys::kRoot, keys::kOn, g_bTabrowOn);
+    if (g_pSheetSetMgr != nullptr) {
+        Use<HostAutomation>().Release(g_pSheetSetMgr);
+        g_pSheetSetMgr = nullptr;
+    }
     host.RemoveMessageWatcher(TabrowMessageWatcher);
     bool quitting = host.IsQuitting();
     RemoveHook(g_pMdiClientHook, quitting);
@@ -191,7 +209,7 @@ void RefreshHostLayout(HostWindow* hwnd) {
 }
 
 void TrOptions() {
-    RunAtCommandEdge("TrOptions", [] {
+    RunAtCommandEdge("TrOptions()", [] {
         // The preferences dialog arrives with the preferences pages; until then the command
         // says so instead of failing silently.
         Use<HostServices>().Print(L"\nThe preferences dialog is not available in this build.\n");
@@ -199,11 +217,11 @@ void TrOptions() {
 }
 
 void TrAbout() {
-    RunAtCommandEdge("TrAbout", [] { theApp.ShowAbout(nullptr); });
+    RunAtCommandEdge("TrAbout()", [] { theApp.ShowAbout(nullptr); });
 }
 
 void TrOff() {
-    RunAtCommandEdge("TrOff", [] {
+    RunAtCommandEdge("TrOff()", [] {
         if (g_bTabrowOn != 1)
             return;
         g_bTabrowOn = 0;
@@ -213,7 +231,7 @@ void TrOff() {
 }
 
 void TrOn() {
-    RunAtCommandEdge("TrOn", [] {
+    RunAtCommandEdge("TrOn()", [] {
         if (g_bTabrowOn != 0)
             return;
         g_bTabrowOn = 1;
@@ -223,7 +241,7 @@ void TrOn() {
 }
 
 void TrCenter() {
-    RunAtCommandEdge("TrCenter", [] {
+    RunAtCommandEdge("TrCenter()", [] {
         if (g_pTabrow != nullptr && g_pTabrow->m_bFloating != 0) {
             g_pTabrow->CenterFloating();
         } else {
@@ -233,7 +251,7 @@ void TrCenter() {
 }
 
 void TrCmdCenter() {
-    RunAtCommandEdge("TrCmdCenter", [] {
+    RunAtCommandEdge("TrCmdCenter()", [] {
         if (g_pTabrow == nullptr)
             return;
         // Not written to the settings: only the end of a drag saves this width.

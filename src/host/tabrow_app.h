@@ -10,6 +10,7 @@ class HvTabrow;
 class HvTrMdiClientWnd;
 struct HostApplication;
 struct HostAppPacket;
+struct HostSheetSetManager;
 struct HostWindow;
 
 // The host's messages to the entry point; every other message is ignored.
@@ -21,6 +22,7 @@ extern HvApp theApp;
 extern HvTabrow* g_pTabrow;  // owned; null until created and after a failed start
 extern std::uint8_t g_bTabrowOn;
 extern HostApplication* g_pHostApp;   // one reference held
+extern HostSheetSetManager* g_pSheetSetMgr;  // one reference held; null when it cannot be made
 extern HvTrMdiClientWnd* g_pMdiClientHook;  // owned
 extern HvTrMdiClientWnd* g_pCmdWndHook;     // owned
 extern HostWindow* g_hwndFrame;

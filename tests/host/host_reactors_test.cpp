@@ -90,6 +90,35 @@ TEST_F(DocumentSession, OptionsInPreviewModeReadTheHostsColoursAgain) {
     EXPECT_EQ(Bar().m_palette.m_colors.modelBackground, 0x332211u);
 }
 
+// The host reports global names in capitals; names in another case are not the commands the
+// reactor looks for, so neither a save nor the colours are recognised.
+TEST_F(DocumentSession, CommandNamesAreMatchedInTheCaseTheHostReportsThem) {
+    HostDocument* plan = host.OpenDrawing(L"C:\\jobs\\plan.dwg");
+    Load();
+    host.ReportCommandsAsTyped(true);
+    host.SetCurrentColors(HostDrawingColors{0x332211, 0xEEEEEE});
+    for (const wchar_t* command : {L"options", L"Config", L"preferences"})
+        host.Type(command);
+    EXPECT_NE(Bar().m_palette.m_colors.modelBackground, 0x332211u);
+    host.Modify(plan);
+    host.QueueFileName(L"C:\\jobs\\plan-rev2.dwg");
+    host.Type(L"SaveAs");
+    EXPECT_EQ(TabTexts(), (Texts{L"plan"}));  // the mark cleared, the name not taken
+    EXPECT_TRUE(Bar().m_RecentFiles.empty());
+}
+
+TEST_F(DocumentSession, ACommandInAnotherDrawingSetsTheMarkOfTheActiveOne) {
+    HostDocument* site = host.OpenDrawing(L"C:\\jobs\\site.dwg");
+    HostDocument* plan = host.OpenDrawing(L"C:\\jobs\\plan.dwg");
+    Load();
+    host.Modify(site);
+    host.TypeIn(site, L"LINE");
+    EXPECT_EQ(TabTexts(), (Texts{L"site", L"plan"}));
+    host.Modify(plan);
+    host.TypeIn(site, L"LINE");
+    EXPECT_EQ(TabTexts(), (Texts{L"site", L"* plan"}));
+}
+
 TEST_F(DocumentSession, OptionsInTabModeReadNoColours) {
     Store(L"TabMode", 1);
     host.OpenDrawing(L"C:\\jobs\\plan.dwg");
@@ -104,20 +133,40 @@ TEST_F(DocumentSession, AnAutomationFailureAtACommandsEndLeavesTheMarkAndReaches
     HostDocument* plan = host.OpenDrawing(L"C:\\jobs\\plan.dwg");
     Load();
     host.Modify(plan);
-    host.FailAutomation(hr::kFail, L"Unspecified error");
-    host.Type(L"LINE");
-    host.ClearAutomationFailure();
-    EXPECT_EQ(TabTexts(), (Texts{L"plan"}));
-    EXPECT_EQ(host.ReactorFailures().size(), 1u);
-}
-
-TEST_F(DocumentSession, WithoutADocumentInterfaceTheDocumentsOwnFlagDecides) {
-    HostDocument* plan = host.OpenDrawing(L"C:\\jobs\\plan.dwg");
-    Load();
-    host.SetDocumentsHaveNoInterface(true);
-    host.Modify(plan);
+    for (SimAutomationCall call :
+         {SimAutomationCall::DocumentOfDatabase, SimAutomationCall::GetVariable}) {
+        host.FailAutomationCall(call, hr::kFail, L"Unspecified error");
+        host.Type(L"LINE");
+        EXPECT_EQ(TabTexts(), (Texts{L"plan"}));
+        EXPECT_EQ(host.AutomationReferences(), 1);  // the drawing's document was let go
+    }
+    EXPECT_EQ(host.ReactorFailures().size(), 2u);
     host.Type(L"LINE");
     EXPECT_EQ(TabTexts(), (Texts{L"* plan"}));
+}
+
+// DBMOD, read through the drawing's automation document, outranks the document's own flag;
+// only a database that offers no such document leaves the flag to decide.
+TEST_F(DocumentSession, DbmodOutranksTheDocumentsFlagWhereTheDocumentOffersIt) {
+    struct Case {
+        bool noInterface;
+        int dbmod;
+        bool flag;
+        const wchar_t* tab;
+    };
+    const Case cases[] = {{false, 1, false, L"* plan"}, {false, 0, true, L"plan"},
+                          {false, 2, true, L"* plan"},  {true, 1, false, L"plan"},
+                          {true, 0, true, L"* plan"}};
+    HostDocument* plan = host.OpenDrawing(L"C:\\jobs\\plan.dwg");
+    Load();
+    for (const Case& c : cases) {
+        host.SetDocumentsHaveNoInterface(c.noInterface);
+        host.SetDbmod(plan, c.dbmod);
+        host.SetDocumentFlag(plan, c.flag);
+        host.Type(L"LINE");
+        EXPECT_EQ(TabTexts(), (Texts{c.tab}))
+            << "no interface " << c.noInterface << ", DBMOD " << c.dbmod << ", flag " << c.flag;
+    }
     EXPECT_TRUE(host.ReactorFailures().empty());
     EXPECT_EQ(host.AutomationReferences(), 1);  // only the application object is held
 }

@@ -113,6 +113,40 @@ TEST_F(TabrowSession, LoadAtHostStartRegistersCommandsCreatesTheBarPrintsTheBann
     EXPECT_EQ(host.MessageBoxesShown()[0].text.rfind(L"Tabrow 2.0 (build 97)", 0), 0u);
 }
 
+TEST_F(TabrowSession, StartUpTellsTheBarWhichDrawingIsActiveWhetherOnOrOff) {
+    for (int on : {1, 0}) {
+        MapModule();
+        StoreSetting(L"On", static_cast<std::uint32_t>(on));
+        HostDocument* site = host.OpenDrawing(L"C:\\jobs\\site.dwg");
+        HostDocument* plan = host.OpenDrawing(L"C:\\jobs\\plan.dwg");
+        Load();
+        EXPECT_EQ(g_pTabrow->ActiveDocument(), plan) << "On " << on;
+        EXPECT_EQ(g_hwndDwgView, host.Document(plan).view) << "On " << on;
+        Unload();
+        host.Type(L"CLOSE");
+        host.Type(L"CLOSE");
+        ASSERT_EQ(host.MdiActiveDocument(), nullptr) << site;
+    }
+}
+
+TEST_F(TabrowSession, TheSheetSetManagerLivesFromLoadToUnloadAndSsmautoopenFollowsTheSetting) {
+    Load();
+    EXPECT_EQ(host.SheetSetManagers(), 1);
+    EXPECT_EQ(host.GetVariable(L"SSMAUTOOPEN"), L"0");
+    Unload();
+    EXPECT_EQ(host.SheetSetManagers(), 0);
+
+    MapModule();
+    StoreSetting(L"OpenSheetSetInSSM", 1);
+    host.FailAutomationCall(SimAutomationCall::CreateSheetSetManager, hr::kNoInterface,
+                            L"Class not registered");
+    Load();
+    ASSERT_NE(g_pTabrow, nullptr);  // a host without sheet sets loads all the same
+    EXPECT_EQ(host.SheetSetManagers(), 0);
+    EXPECT_EQ(host.GetVariable(L"SSMAUTOOPEN"), L"1");
+    EXPECT_TRUE(host.MessageBoxesShown().empty());
+}
+
 TEST_F(TabrowSession, DemandLoadKeysFollowLoadOnCommand) {
     Load();
     std::wstring key = host.ProductKey() + L"\\Applications\\HvNeTabrow";
