@@ -37,7 +37,8 @@ SimHost::SimHost()
       m_windowPort(m_windows),
       m_proceduresPort(m_windows),
       m_databasePortSlot(m_databasePort),
-      m_registryPort(m_registry) {
+      m_registryPort(m_registry),
+      m_lookPort(m_look) {
     m_variables = {{L"CMDNAMES", L""},
                    {L"CVPORT", L"2"},
                    {L"CPROFILE", L"<<Unnamed Profile>>"},
@@ -367,6 +368,10 @@ void SimHost::Print(const std::wstring& text) {
 
 std::wstring SimHost::ProductKey() {
     return L"Software\\SimHost\\R17.0\\SIM-5001:409";
+}
+
+std::wstring SimHost::ProfileKey() {
+    return ProductKey() + L"\\Profiles\\" + m_variables[L"CPROFILE"];
 }
 
 bool SimHost::AddCommand(const HostCommandRegistration& command) {

@@ -18,6 +18,7 @@
 #include "platform/sim/sim_database.h"
 #include "platform/sim/sim_database_port.h"
 #include "platform/sim/sim_registry.h"
+#include "platform/sim/sim_system_look.h"
 #include "platform/sim/sim_tab_control.h"
 #include "platform/sim/sim_window_system.h"
 #include "ports/com_error.h"
@@ -159,6 +160,8 @@ public:
     bool SetVariable(const std::wstring& name, const std::wstring& value) override;
     void Print(const std::wstring& text) override;
     std::wstring ProductKey() override;
+    // Below the product key, named by CPROFILE.
+    std::wstring ProfileKey() override;
     std::wstring ModuleProductVersion() override { return m_productVersion; }
     std::wstring ComputerName() override { return L"SIMHOST"; }
     int MainExecutableYear() override { return m_mainExecutableYear; }
@@ -246,6 +249,7 @@ private:
     SimWindowSystem m_windows;
     SimDatabasePort m_databasePort;
     SimRegistry m_registry;
+    SimSystemLook m_look;
     SimTabControl m_tabControls{m_windows};
     std::vector<std::unique_ptr<SimDocument>> m_documents;
     HostDocument* m_active = nullptr;   // the MDI-active document
@@ -295,4 +299,5 @@ private:
     ScopedPort<WindowProcedures> m_proceduresPort;
     ScopedPort<HostDatabasePort> m_databasePortSlot;
     ScopedPort<KeyValueStore> m_registryPort;
+    ScopedPort<SystemLook> m_lookPort;
 };

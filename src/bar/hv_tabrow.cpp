@@ -3,6 +3,7 @@
 #include "host/tabrow_app.h"
 #include "ports/host_services.h"
 #include "ports/port.h"
+#include "ports/system_look.h"
 #include "ports/window_system.h"
 
 namespace {
@@ -31,6 +32,15 @@ void HvTabrow::LoadSettings() {
     if (g_hwndCmdWnd != nullptr)
         system.commandWindowWidth = Use<WindowSystem>().RectInParent(g_hwndCmdWnd).Width();
     system.appDataFolder = theApp.m_strAppDataDir;
+    if (IsInstalled<SystemLook>()) {
+        SystemLook& look = Use<SystemLook>();
+        system.btnFace = look.SysColor(syscolor::kBtnFace);
+        system.btnText = look.SysColor(syscolor::kBtnText);
+        system.guiFont = look.DefaultGuiFont();
+    }
+    // The sheet set folder falls back to the one the host's own wizard used last.
+    if (IsInstalled<HostServices>())
+        system.hostProfileKey = Use<HostServices>().ProfileKey();
     Load(theApp, system);
 }
 

@@ -147,6 +147,24 @@ TEST_F(TabrowSession, TheSheetSetManagerLivesFromLoadToUnloadAndSsmautoopenFollo
     EXPECT_TRUE(host.MessageBoxesShown().empty());
 }
 
+TEST_F(TabrowSession, TheRunningBarTakesItsDefaultsFromTheWindowSystemAndTheHostsProfile) {
+    const std::wstring wizard = host.ProfileKey() + L"\\Dialogs\\Sheet Set Wizard";
+    ASSERT_TRUE(host.Registry().CreateKey(RegHive::CurrentUser, wizard));
+    ASSERT_TRUE(host.Registry().SetValue(RegHive::CurrentUser, wizard, L"SheetSetCreatePath",
+                                         {reg::kSz, reg::StringBytes(L"D:\\Sheets\\")}));
+    Load();
+    const HvTabrow& bar = *g_pTabrow;
+    EXPECT_EQ(bar.m_clrBackground, SimSystemLook::kBtnFace);
+    EXPECT_EQ(bar.m_clrTitleBack, SimSystemLook::kBtnFace);
+    EXPECT_EQ(bar.m_clrTitleText, SimSystemLook::kBtnText);
+    const win::LOGFONTW gui = SimSystemLook().DefaultGuiFont();
+    for (const win::LOGFONTW* font : {&bar.m_lfTabFont, &bar.m_lfLabelFont}) {
+        EXPECT_EQ(font->lfHeight, gui.lfHeight);
+        EXPECT_EQ(std::u16string(font->lfFaceName), u"MS Shell Dlg");
+    }
+    EXPECT_EQ(bar.m_strSsSearchPath, L"D:\\Sheets\\");
+}
+
 TEST_F(TabrowSession, DemandLoadKeysFollowLoadOnCommand) {
     Load();
     std::wstring key = host.ProductKey() + L"\\Applications\\HvNeTabrow";
