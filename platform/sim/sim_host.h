@@ -107,6 +107,8 @@ public:
     void Autosave(HostDocument* doc);
     // What the next file dialog of a save is answered with.
     void QueueFileName(const std::wstring& path) { m_fileNames.push_back(path); }
+    // The host begins to quit: applications are unloaded while its windows still stand. The
+    // windows go when the test destroys the frame, as the host does last.
     void Quit() { m_quitting = true; }
     // One message of the main loop: every registered watcher sees it first, then the window.
     void PumpMessage(const HostMessage& message);

@@ -41,8 +41,10 @@ win::RECT CutBarRoom(win::WINDOWPOS& pos, int dockSide, int thickness) {
 
 std::intptr_t HvTrMdiClientWnd::WindowProc(unsigned message, std::uintptr_t wParam,
                                            std::intptr_t lParam) {
-    // These windows see many messages: anything but a position change passes on at once.
-    if (message != wm::kWindowPosChanging || g_bTabrowOn == 0 || g_pTabrow == nullptr)
+    // These windows see many messages: anything but a position change passes on at once. So
+    // does everything once the module has let this hook go (an unload while the host quits).
+    if (message != wm::kWindowPosChanging || g_bTabrowOn == 0 || g_pTabrow == nullptr ||
+        (this != g_pMdiClientHook && this != g_pCmdWndHook))
         return CSubclassWnd::WindowProc(message, wParam, lParam);
     const bool bCmd = m_pWndHooked == g_hwndCmdWnd;
     const bool bMdi = m_pWndHooked == g_hwndMdiClient;

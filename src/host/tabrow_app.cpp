@@ -81,10 +81,15 @@ void CreateBar() {
 void RemoveHook(HvTrMdiClientWnd*& hook, bool quitting) {
     if (hook == nullptr)
         return;
-    // While the host quits its windows go down anyway and take their hooks out themselves.
-    if (!quitting)
+    if (quitting) {
+        // While the host quits its windows go down anyway: the hook stays on its window, passes
+        // everything on from now, and is freed by the window's death, so that no chain ever
+        // holds a freed hook.
+        hook->LeaveWithWindow();
+    } else {
         hook->HookWindow(nullptr);
-    delete hook;
+        delete hook;
+    }
     hook = nullptr;
 }
 

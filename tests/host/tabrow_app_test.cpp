@@ -8,6 +8,7 @@
 #include <filesystem>
 
 #include "bar/hv_tabrow.h"
+#include "host/subclass_wnd.h"
 #include "platform/sim/sim_file_system.h"
 #include "platform/sim/sim_host.h"
 #include "support/test_files.h"
@@ -333,6 +334,14 @@ TEST_F(TabrowSession, UnloadGivesTheRoomBackUnlessTheHostQuits) {
     EXPECT_EQ(g_pMdiClientHook, nullptr);
     EXPECT_EQ(g_pCmdWndHook, nullptr);
     EXPECT_EQ(FrameMoves(), 2u);  // only the first unload refreshed the layout
+    // The hooks stay on their windows and let every position through until the windows die.
+    EXPECT_FALSE(host.Windows().HasOwnProcedure(mdiClient));
+    EXPECT_FALSE(host.Windows().HasOwnProcedure(g_hwndCmdWnd));
+    const win::RECT room{0, 60, 1920, 880};
+    host.Windows().Move(mdiClient, room, true);
+    EXPECT_EQ(host.Windows().RectInParent(mdiClient), room);
+    host.Windows().Destroy(host.Windows().HostFrame());
+    EXPECT_EQ(CSubclassWnd::HookedWindowCount(), 0u);
 }
 
 TEST_F(TabrowSession, StartFindsTheDataFolderOrFallsBackToTheModulesFolder) {
