@@ -157,6 +157,15 @@ void SimWindowSystem::Redraw(HostWindow* window, unsigned) {
     ++Window(window).redraws;
 }
 
+void SimWindowSystem::RedrawRect(HostWindow* window, const win::RECT& rect, unsigned) {
+    Window(window).redrawnRects.push_back(rect);
+}
+
+void SimWindowSystem::RecalcLayout(HostWindow* frame) {
+    if (IsWindow(frame))
+        LayOutChildren(frame);
+}
+
 void SimWindowSystem::Show(HostWindow* window, bool show) {
     SimWindow& w = Window(window);
     w.style = show ? (w.style | ws::kVisible) : (w.style & ~ws::kVisible);

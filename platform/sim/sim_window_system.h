@@ -28,7 +28,8 @@ struct SimWindow {
     unsigned style = ws::kChild | ws::kVisible;
     bool zoomed = false;
     SimProcedure* procedure = nullptr;  // owned by the window system
-    int redraws = 0;
+    int redraws = 0;                     // of the whole window
+    std::vector<win::RECT> redrawnRects;  // of parts of it, in order
     WindowMessageHandler* handler = nullptr;  // not owned
     struct Timer {
         unsigned period = 0;
@@ -80,6 +81,8 @@ public:
     win::RECT ScreenRect(HostWindow* window) override;
     void Move(HostWindow* window, const win::RECT& rect, bool repaint) override;
     void Redraw(HostWindow* window, unsigned flags) override;
+    void RedrawRect(HostWindow* window, const win::RECT& rect, unsigned flags) override;
+    void RecalcLayout(HostWindow* frame) override;
     void Show(HostWindow* window, bool show) override;
     bool IsVisible(HostWindow* window) override;
     bool IsZoomed(HostWindow* window) override;

@@ -31,8 +31,8 @@ class WatcherSession : public DocumentSession {
 protected:
     WatcherSession() {
         host.OpenDrawing(L"C:\\jobs\\site.dwg");
-        Load();
-        host.OpenDrawing(L"C:\\jobs\\plan.dwg");  // its activation shows the bar its view
+        host.OpenDrawing(L"C:\\jobs\\plan.dwg");
+        Load();  // the start tells the bar the active drawing, and so its view
         counter.HookWindow(Palette());
     }
     ~WatcherSession() override { counter.HookWindow(nullptr); }
@@ -51,8 +51,15 @@ TEST_F(WatcherSession, TheViewIsRenewedOnceAfterTheLastWheelStep) {
     Pump(g_hwndDwgView, wm::kMouseWheel);  // restarts the one timer
     host.Windows().Elapse(799);
     EXPECT_EQ(counter.fired, 0);
+    const int redraws = host.Windows().Window(Palette()).redraws;
     host.Windows().Elapse(1);
     EXPECT_EQ(counter.fired, 1);
+    // Only the active drawing's preview is marked out of date and redrawn.
+    ASSERT_NE(Item(host.MdiActiveDocument()), nullptr);
+    EXPECT_TRUE(Item(host.MdiActiveDocument())->bDirty);
+    EXPECT_EQ(host.Windows().Window(Palette()).redraws, redraws);
+    EXPECT_EQ(host.Windows().Window(Palette()).redrawnRects,
+              (std::vector<win::RECT>{Item(host.MdiActiveDocument())->rcItem}));
     host.Windows().Elapse(5000);
     EXPECT_EQ(counter.fired, 1);  // one-shot
 

@@ -103,8 +103,15 @@ TEST_F(TabrowSession, LoadAtHostStartRegistersCommandsCreatesTheBarPrintsTheBann
     EXPECT_EQ(g_hwndCmdContainer, host.Windows().CommandContainer());
     EXPECT_EQ(host.Windows().Style(g_hwndCmdContainer) & ws::kClipChildren, 0u);
     EXPECT_EQ(host.AutomationReferences(), 1);
-    // At host start the frame's own first layout places the bar.
+    // At host start the frame's own first layout places the bar; the bar's creation ends with
+    // the frame laying out its command line and its MDI client, the frame itself unmoved.
     EXPECT_EQ(FrameMoves(), 0u);
+    std::vector<HostWindow*> moved;
+    for (const auto& move : host.Windows().Moves())
+        moved.push_back(move.window);
+    EXPECT_EQ(moved, (std::vector<HostWindow*>{g_hwndCmdContainer, g_hwndCmdWnd,
+                                               host.Windows().DockedCommandLine(),
+                                               g_hwndMdiClient}));
     EXPECT_TRUE(host.MessageBoxesShown().empty());
     // Reading the settings left the root key behind.
     EXPECT_TRUE(host.Registry().KeyExists(RegHive::CurrentUser, kSettingsKey));
