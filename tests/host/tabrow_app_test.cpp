@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <functional>
+#include <utility>
 
 #include "bar/hv_tabrow.h"
 #include "host/subclass_wnd.h"
@@ -205,42 +207,39 @@ TEST_F(TabrowSession, BackgroundModeCreatesNothingAndUnloadOnlyWritesOnAndSaysGo
     EXPECT_FALSE(Value(kSettingsKey, L"On"));
 }
 
-TEST_F(TabrowSession, FailedStartWithoutApplicationObjectKeepsTheCommands) {
-    host.SetHasAutomation(false);
-    Load();
-    ASSERT_EQ(host.MessageBoxesShown().size(), 1u);
-    EXPECT_EQ(host.MessageBoxesShown()[0].text,
-              L"Error initializing Tabrow - unable to get application object!");
-    EXPECT_EQ(g_pTabrow, nullptr);
-    EXPECT_EQ(host.Commands().size(), 6u);
-    EXPECT_TRUE(host.IsUnlocked(Packet()));
-
-    // The switches still work as far as they test for the bar.
-    EXPECT_TRUE(host.Type(L"TROFF"));
-    EXPECT_EQ(g_bTabrowOn, 0);
-    EXPECT_TRUE(host.Type(L"TRCMDCENTER"));
-    EXPECT_TRUE(host.Type(L"TRON"));
-    EXPECT_EQ(g_bTabrowOn, 1);
-}
-
-TEST_F(TabrowSession, FailedStartWithoutCommandLineOrWithABrokenAutomationCall) {
-    host.Windows().RemoveDockedCommandLine();
-    Load();
-    ASSERT_EQ(host.MessageBoxesShown().size(), 1u);
-    EXPECT_EQ(host.MessageBoxesShown()[0].text,
-              L"Error initializing Tabrow - not all windows found!");
-    EXPECT_EQ(g_pTabrow, nullptr);
-    EXPECT_EQ(g_hwndFrame, nullptr);  // nothing is stored when one window is missing
-    EXPECT_TRUE(host.HasCommand(L"TRABOUT"));
-    Unload();
-    EXPECT_EQ(host.AutomationReferences(), 0);
-
-    MapModule();
-    host.FailAutomationCall(SimAutomationCall::QueryApplication, hr::kCallRejected, L"");
-    Load();
-    ASSERT_EQ(host.MessageBoxesShown().size(), 2u);
-    EXPECT_EQ(host.MessageBoxesShown()[1].text,
-              L"Error initializing Tabrow - unable to get application object!");
+// Without the application object or one of the host's windows: one message, no bar, and the
+// commands kept, the switches working as far as they test for the bar.
+TEST_F(TabrowSession, AFailedStartSaysWhyAndKeepsTheCommands) {
+    const std::pair<std::function<void()>, std::wstring> cases[] = {
+        {[this] { host.SetHasAutomation(false); },
+         L"Error initializing Tabrow - unable to get application object!"},
+        {[this] {
+             host.SetHasAutomation(true);
+             host.FailAutomationCall(SimAutomationCall::QueryApplication, hr::kCallRejected, L"");
+         },
+         L"Error initializing Tabrow - unable to get application object!"},
+        {[this] { host.Windows().RemoveDockedCommandLine(); },
+         L"Error initializing Tabrow - not all windows found!"},
+    };
+    for (const auto& [breakHost, message] : cases) {
+        MapModule();
+        breakHost();
+        const std::size_t boxes = host.MessageBoxesShown().size();
+        Load();
+        ASSERT_EQ(host.MessageBoxesShown().size(), boxes + 1);
+        EXPECT_EQ(host.MessageBoxesShown().back().text, message);
+        EXPECT_EQ(g_pTabrow, nullptr);
+        EXPECT_EQ(g_hwndFrame, nullptr);  // nothing is stored when one window is missing
+        EXPECT_EQ(host.Commands().size(), 6u);
+        EXPECT_TRUE(host.IsUnlocked(Packet()));
+        EXPECT_TRUE(host.Type(L"TROFF"));
+        EXPECT_EQ(g_bTabrowOn, 0);
+        EXPECT_TRUE(host.Type(L"TRCMDCENTER"));
+        EXPECT_TRUE(host.Type(L"TRON"));
+        EXPECT_EQ(g_bTabrowOn, 1);
+        Unload();
+        EXPECT_EQ(host.AutomationReferences(), 0);
+    }
 }
 
 TEST_F(TabrowSession, OnZeroStartsHiddenAndTronTroffSwitchWithoutWritingTheSetting) {
