@@ -2,14 +2,14 @@
 
 win::COLORREF SimSystemLook::SysColor(int index) {
     switch (index) {
-    case syscolor::kBtnFace:
-        return kBtnFace;
-    case syscolor::kBtnText:
-        return kBtnText;
-    case syscolor::kActiveCaption:
-        return kActiveCaption;
-    default:
-        return kOther;
+        case syscolor::kBtnFace:
+            return kBtnFace;
+        case syscolor::kBtnText:
+            return kBtnText;
+        case syscolor::kActiveCaption:
+            return kActiveCaption;
+        default:
+            return kOther;
     }
 }
 

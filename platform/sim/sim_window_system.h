@@ -27,9 +27,9 @@ struct SimWindow {
     win::RECT rect;  // in the parent's coordinates
     unsigned style = ws::kChild | ws::kVisible;
     bool zoomed = false;
-    SimProcedure* procedure = nullptr;  // owned by the window system
-    int redraws = 0;                     // of the whole window
-    std::vector<win::RECT> redrawnRects;  // of parts of it, in order
+    SimProcedure* procedure = nullptr;        // owned by the window system
+    int redraws = 0;                          // of the whole window
+    std::vector<win::RECT> redrawnRects;      // of parts of it, in order
     WindowMessageHandler* handler = nullptr;  // not owned
     struct Timer {
         unsigned period = 0;

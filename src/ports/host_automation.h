@@ -5,7 +5,7 @@
 
 struct HostApplication;
 struct HostDatabase;
-struct HostAutoDocument;  // a drawing's automation document
+struct HostAutoDocument;     // a drawing's automation document
 struct HostSheetSetManager;  // the host's sheet set manager object
 
 class HostAutomation {

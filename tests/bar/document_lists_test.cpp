@@ -221,13 +221,45 @@ TEST_F(DocumentSession, AFailedCountEndsTheDocumentEventSilently) {
     host.OpenDrawing(L"C:\\jobs\\plan.dwg");
     Load();
     const int refreshes = Bar().m_nTipRefreshes;
-    host.FailAutomation(hr::kFail, L"Unspecified error");
+    host.FailAutomationCall(SimAutomationCall::DocumentCount, hr::kFail, L"Unspecified error");
     host.OpenDrawing(L"C:\\jobs\\site.dwg");
     EXPECT_EQ(TabTexts(), (Texts{L"plan", L"site"}));  // added before the count
     EXPECT_EQ(Bar().m_nTipRefreshes, refreshes);       // what follows the count never ran
     EXPECT_TRUE(host.ReactorFailures().empty());
     EXPECT_TRUE(host.MessageBoxesShown().empty());
-    host.ClearAutomationFailure();
+}
+
+// A change of view relays out the host only when asked, and only for a docked bar: the MDI
+// client beside it, the command window around it.
+TEST_F(DocumentSession, AChangeOfViewRelaysOutTheWindowTheBarTakesItsRoomFrom) {
+    const struct {
+        int floating;
+        int side;
+        bool refresh;
+        int mdiMoves;
+        int cmdMoves;
+    } cases[] = {{0, dock::kTop, true, 1, 0},
+                 {0, dock::kTop, false, 0, 0},
+                 {1, dock::kTop, true, 0, 0},
+                 {0, dock::kCmdWndLeft, true, 0, 1}};
+    host.OpenDrawing(L"C:\\jobs\\plan.dwg");
+    for (const auto& c : cases) {
+        Store(L"Floating", static_cast<std::uint32_t>(c.floating));
+        Store(L"DockSide", static_cast<std::uint32_t>(c.side));
+        Load();
+        const std::size_t before = host.Windows().Moves().size();
+        Bar().SetTabMode(true, c.refresh);
+        int mdiMoves = 0, cmdMoves = 0;
+        for (std::size_t i = before; i < host.Windows().Moves().size(); ++i) {
+            mdiMoves += host.Windows().Moves()[i].window == g_hwndMdiClient;
+            cmdMoves += host.Windows().Moves()[i].window == g_hwndCmdWnd;
+        }
+        EXPECT_EQ(mdiMoves, c.mdiMoves) << c.floating << " " << c.side << " " << c.refresh;
+        EXPECT_EQ(cmdMoves, c.cmdMoves) << c.floating << " " << c.side << " " << c.refresh;
+        EXPECT_TRUE(host.Windows().IsVisible(Tabs()) || c.floating != 0);
+        Unload();
+        MapModule();
+    }
 }
 
 TEST_F(DocumentSession, TheViewTimerMarksTheActivePreviewOutOfDateOnce) {
@@ -237,9 +269,14 @@ TEST_F(DocumentSession, TheViewTimerMarksTheActivePreviewOutOfDateOnce) {
     host.Windows().SetTimer(Palette(), HvDwgPalette::kViewChangedTimer, 800);  // a wheel step
     host.Windows().Elapse(799);
     EXPECT_FALSE(Item(plan)->bDirty);
+    const int redraws = host.Windows().Window(Palette()).redraws;
     host.Windows().Elapse(1);
     EXPECT_TRUE(Item(plan)->bDirty);
     EXPECT_TRUE(host.Windows().Window(Palette()).timers.empty());  // killed at its first tick
+    // Only that preview's cell is redrawn.
+    EXPECT_EQ(host.Windows().Window(Palette()).redraws, redraws);
+    EXPECT_EQ(host.Windows().Window(Palette()).redrawnRects,
+              std::vector<win::RECT>{Item(plan)->rcItem});
 }
 
 }  // namespace

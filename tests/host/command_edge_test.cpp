@@ -23,8 +23,9 @@ TEST(CommandEdge, AnyOtherFailureBecomesOneLineNamingTheFunction) {
     RunAtCommandEdge("HvTabrow::OnSaveAll()", [] { throw std::runtime_error("boom"); });
     RunAtCommandEdge("HvTabrow::OnCloseAll()", [] { throw 42; });
     EXPECT_TRUE(host.MessageBoxesShown().empty());
-    EXPECT_EQ(host.CommandLineText(), L"Unknown error in HvTabrow::OnSaveAll()!\n"
-                                      L"Unknown error in HvTabrow::OnCloseAll()!\n");
+    EXPECT_EQ(host.CommandLineText(),
+              L"Unknown error in HvTabrow::OnSaveAll()!\n"
+              L"Unknown error in HvTabrow::OnCloseAll()!\n");
 }
 
 TEST(CommandEdge, ShortCodesArePaddedToEightDigits) {

@@ -131,9 +131,9 @@ TEST_F(DocumentSession, ColourCommandsReadTheHostsColoursAgainInPreviewMode) {
         bool asTyped;
         bool reread;
     };
-    const Case cases[] = {{0, L"OPTIONS", false, true},   {0, L"_config", false, true},
+    const Case cases[] = {{0, L"OPTIONS", false, true},     {0, L"_config", false, true},
                           {0, L"PREFERENCES", false, true}, {0, L"options", true, false},
-                          {1, L"OPTIONS", false, false},  {0, L"REGEN", false, false}};
+                          {1, L"OPTIONS", false, false},    {0, L"REGEN", false, false}};
     host.OpenDrawing(L"C:\\jobs\\plan.dwg");
     for (const Case& c : cases) {
         Store(L"TabMode", static_cast<std::uint32_t>(c.tabMode));
@@ -174,8 +174,10 @@ TEST_F(DocumentSession, DbmodOutranksTheDocumentsFlagWhereTheDocumentOffersIt) {
         bool flag;
         const wchar_t* tab;
     };
-    const Case cases[] = {{false, 1, false, L"* plan"}, {false, 0, true, L"plan"},
-                          {false, 2, true, L"* plan"},  {true, 1, false, L"plan"},
+    const Case cases[] = {{false, 1, false, L"* plan"},
+                          {false, 0, true, L"plan"},
+                          {false, 2, true, L"* plan"},
+                          {true, 1, false, L"plan"},
                           {true, 0, true, L"* plan"}};
     HostDocument* plan = host.OpenDrawing(L"C:\\jobs\\plan.dwg");
     Load();

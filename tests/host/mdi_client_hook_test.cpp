@@ -81,8 +81,9 @@ TEST_F(LayoutSession, OnEverySideTheBarTakesItsRoomFromTheHostsWindow) {
         // The bar is moved only while a sibling is laid out: beside the MDI client a child of
         // the frame, in the command window one of its container.
         EXPECT_TRUE(host.Windows().MisplacedMoves().empty());
-        EXPECT_EQ(host.Windows().Parent(BarWindow()), host.Windows().Parent(
-                      dock::IsInCommandWindow(c.side) ? g_hwndCmdWnd : g_hwndMdiClient));
+        EXPECT_EQ(host.Windows().Parent(BarWindow()),
+                  host.Windows().Parent(dock::IsInCommandWindow(c.side) ? g_hwndCmdWnd
+                                                                        : g_hwndMdiClient));
         // The host's own wishes are remembered uncut, and the command line fills what is left.
         EXPECT_EQ(g_rcMdiClient, kMdiRoom);
         EXPECT_EQ(g_rcMdiClientSize, kMdiRoom);

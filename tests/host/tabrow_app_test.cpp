@@ -116,9 +116,9 @@ TEST_F(TabrowSession, LoadAtHostStartRegistersCommandsCreatesTheBarPrintsTheBann
     std::vector<HostWindow*> moved;
     for (const auto& move : host.Windows().Moves())
         moved.push_back(move.window);
-    EXPECT_EQ(moved, (std::vector<HostWindow*>{g_hwndCmdContainer, g_hwndCmdWnd,
-                                               host.Windows().DockedCommandLine(),
-                                               g_hwndMdiClient}));
+    EXPECT_EQ(moved,
+              (std::vector<HostWindow*>{g_hwndCmdContainer, g_hwndCmdWnd,
+                                        host.Windows().DockedCommandLine(), g_hwndMdiClient}));
     EXPECT_TRUE(host.MessageBoxesShown().empty());
     // Reading the settings left the root key behind.
     EXPECT_TRUE(host.Registry().KeyExists(RegHive::CurrentUser, kSettingsKey));
