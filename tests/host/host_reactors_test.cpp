@@ -194,11 +194,15 @@ TEST_F(DocumentSession, DbmodOutranksTheDocumentsFlagWhereTheDocumentOffersIt) {
 }
 
 TEST_F(DocumentSession, ReactorsAttachWhereTheHostHasTheirSourceAndLeaveAtUnload) {
-    host.SetHasEditor(false);
-    Load();
-    EXPECT_EQ(host.ReactorCount(), 1u);
-    Unload();
-    EXPECT_EQ(host.ReactorCount(), 0u);
+    for (bool editor : {false, true}) {
+        MapModule();
+        host.SetHasEditor(editor);
+        host.SetHasDocManager(!editor);
+        Load();
+        EXPECT_EQ(host.ReactorCount(), 1u) << "editor " << editor;
+        Unload();
+        EXPECT_EQ(host.ReactorCount(), 0u);
+    }
 }
 
 }  // namespace
