@@ -207,6 +207,8 @@ TEST_F(DocumentSession, ClosingTheLastDrawingEmptiesBothListsAndForgetsTheView) 
     host.OpenDrawing(L"C:\\jobs\\site.dwg");
     EXPECT_NE(g_hwndDwgView, nullptr);
     host.Type(L"CLOSE");
+    EXPECT_EQ(host.PromptsPosted(), 0);  // without HideOnSingle one drawing left changes no room
+    EXPECT_EQ(host.Windows().Window(g_hwndFrame).redraws, 0);
     host.Type(L"CLOSE");
     EXPECT_TRUE(TabTexts().empty());
     EXPECT_TRUE(Bar().m_palette.m_items.empty());
