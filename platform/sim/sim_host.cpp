@@ -37,7 +37,8 @@ SimHost::SimHost()
       m_windowPort(m_windows),
       m_proceduresPort(m_windows),
       m_databasePortSlot(m_databasePort),
-      m_registryPort(m_registry) {
+      m_registryPort(m_registry),
+      m_lookPort(m_look) {
     m_variables = {{L"CMDNAMES", L""},
                    {L"CVPORT", L"2"},
                    {L"CPROFILE", L"<<Unnamed Profile>>"},
@@ -90,12 +91,15 @@ void SimHost::Activate(HostDocument* doc) {
     if (m_active == doc)
         return;
     m_active = doc;
+    m_current = doc;
     m_databasePort.SetWorkingDatabase(d.database.get());
     FireDocs([&](DocManagerReactor& r) { r.documentActivated(doc); });
 }
 
 void SimHost::Modify(HostDocument* doc) {
-    Document(doc).dbmod |= 1;
+    SimDocument& d = Document(doc);
+    d.dbmod |= 1;
+    d.docModified = true;
 }
 
 SimDocument& SimHost::Document(HostDocument* doc) {
@@ -124,6 +128,7 @@ void SimHost::SaveDocument(HostDocument* doc, const std::wstring& command) {
     d.title = TitleOf(path);
     d.readOnly = false;
     d.dbmod = 0;
+    d.docModified = false;
     d.everSaved = true;
     FireEditor([&](EditorReactor& r) { r.saveComplete(d.database->Handle(), path); });
 }
@@ -142,6 +147,8 @@ void SimHost::CloseDocument(HostDocument* doc) {
         m_active = nullptr;
         m_databasePort.SetWorkingDatabase(nullptr);
     }
+    if (m_current == doc)
+        m_current = m_active;
     FireDocs([&](DocManagerReactor& r) { r.documentDestroyed(fileName); });
     if (wasActive && !m_documents.empty())
         Activate(reinterpret_cast<HostDocument*>(m_documents.back().get()));
@@ -151,6 +158,27 @@ std::wstring SimHost::GlobalName(const std::wstring& typed) {
     std::wstring name = Upper(typed);
     std::size_t prefix = name.find_first_not_of(L"_.");
     return prefix == std::wstring::npos ? std::wstring() : name.substr(prefix);
+}
+
+std::wstring SimHost::ReportedName(const std::wstring& typed) const {
+    if (!m_reportAsTyped)
+        return GlobalName(typed);
+    std::size_t prefix = typed.find_first_not_of(L"_.");
+    return prefix == std::wstring::npos ? std::wstring() : typed.substr(prefix);
+}
+
+bool SimHost::TypeIn(HostDocument* doc, const std::wstring& command) {
+    Document(doc);  // must exist
+    m_current = doc;
+    bool known = false;
+    try {
+        known = Type(command);
+    } catch (...) {
+        m_current = m_active;
+        throw;
+    }
+    m_current = m_active;
+    return known;
 }
 
 bool SimHost::Type(const std::wstring& command) {
@@ -169,8 +197,8 @@ bool SimHost::Type(const std::wstring& command) {
         Print(L"Unknown command \"" + name + L"\".  Press F1 for help.\n");
         return false;
     }
-    HostDocument* doc = m_active;
-    StartCommand(name);
+    HostDocument* doc = m_current;
+    StartCommand(command);
     bool cancelled = false;
     try {
         if (registered != m_commands.end()) {
@@ -194,21 +222,24 @@ bool SimHost::Type(const std::wstring& command) {
 
 void SimHost::StartCommand(const std::wstring& command) {
     m_runningCommand = GlobalName(command);
+    m_commandDocument = m_current;
     m_variables[L"CMDNAMES"] = m_runningCommand;
-    const std::wstring name = m_runningCommand;
+    const std::wstring name = ReportedName(command);
+    m_reportedCommand = name;
     FireEditor([&](EditorReactor& r) { r.commandWillStart(name); });
 }
 
 void SimHost::FinishCommand(bool cancelled) {
-    const std::wstring name = m_runningCommand;
-    if (name.empty())
+    if (m_runningCommand.empty())
         throw std::logic_error("no command is running");
+    const std::wstring name = m_reportedCommand;
     if (cancelled)
         FireEditor([&](EditorReactor& r) { r.commandCancelled(name); });
     else
         FireEditor([&](EditorReactor& r) { r.commandEnded(name); });
     m_variables[L"CMDNAMES"] = L"";
     m_runningCommand.clear();
+    m_commandDocument = nullptr;
 }
 
 void SimHost::CancelCommand() {
@@ -266,6 +297,11 @@ void SimHost::FailAutomation(HRESULT code, const std::wstring& description) {
     m_automationFailure.emplace(code, description);
 }
 
+void SimHost::FailAutomationCall(SimAutomationCall call, HRESULT code,
+                                 const std::wstring& description) {
+    m_callFailures.insert_or_assign(call, ComError(code, description));
+}
+
 std::wstring SimHost::CommandLineText() const {
     std::wstring text;
     for (const auto& line : m_lines)
@@ -290,11 +326,13 @@ bool SimHost::IsUnlocked(HostAppPacket* pkt) const {
 
 std::optional<std::wstring> SimHost::GetVariable(const std::wstring& name) {
     std::wstring key = Upper(name);
+    // Variables of a drawing are those of the current document, which a command running in
+    // another drawing makes current.
     if (key == L"DBMOD") {
-        return std::to_wstring(m_active ? Document(m_active).dbmod : 0);
+        return std::to_wstring(m_current ? Document(m_current).dbmod : 0);
     }
     if (key == L"TILEMODE") {
-        return std::wstring(m_active && !DatabaseOf(m_active).Tilemode() ? L"0" : L"1");
+        return std::wstring(m_current && !DatabaseOf(m_current).Tilemode() ? L"0" : L"1");
     }
     auto it = m_variables.find(key);
     if (it == m_variables.end())
@@ -308,9 +346,9 @@ bool SimHost::SetVariable(const std::wstring& name, const std::wstring& value) {
     if (key == L"CMDNAMES" || key == L"DBMOD")
         return false;
     if (key == L"TILEMODE") {
-        if (m_active == nullptr)
+        if (m_current == nullptr)
             return false;
-        DatabaseOf(m_active).SetTilemode(value != L"0");
+        DatabaseOf(m_current).SetTilemode(value != L"0");
         return true;
     }
     m_variables[key] = value;
@@ -330,6 +368,10 @@ void SimHost::Print(const std::wstring& text) {
 
 std::wstring SimHost::ProductKey() {
     return L"Software\\SimHost\\R17.0\\SIM-5001:409";
+}
+
+std::wstring SimHost::ProfileKey() {
+    return ProductKey() + L"\\Profiles\\" + m_variables[L"CPROFILE"];
 }
 
 bool SimHost::AddCommand(const HostCommandRegistration& command) {
@@ -365,8 +407,9 @@ std::wstring SimHost::PathName(HostDocument* doc) {
     return d.everSaved ? d.pathName : std::wstring();
 }
 
-bool SimHost::IsQuiescent(HostDocument*) {
-    return m_variables[L"CMDNAMES"].empty();
+// Only the drawing that a command runs in is busy; the others are quiescent meanwhile.
+bool SimHost::IsQuiescent(HostDocument* doc) {
+    return m_runningCommand.empty() || doc != m_commandDocument;
 }
 
 std::vector<HostDocument*> SimHost::Documents() {
@@ -386,13 +429,19 @@ HostDocument* SimHost::DocumentOf(HostDatabase* db) {
 
 // --- HostAutomation ---
 
-void SimHost::CheckAutomation() const {
+void SimHost::CheckAutomation(SimAutomationCall call) {
     if (m_automationFailure)
         throw *m_automationFailure;
+    auto single = m_callFailures.find(call);
+    if (single != m_callFailures.end()) {
+        ComError failure = single->second;
+        m_callFailures.erase(single);
+        throw failure;
+    }
 }
 
 HostApplication* SimHost::QueryApplication() {
-    CheckAutomation();
+    CheckAutomation(SimAutomationCall::QueryApplication);
     if (!m_hasAutomation)
         throw ComError(hr::kNoInterface, L"No such interface supported");
     ++m_automationRefs;
@@ -407,14 +456,14 @@ void SimHost::Release(HostApplication* app) {
 }
 
 int SimHost::DocumentCount(HostApplication* app) {
-    CheckAutomation();
+    CheckAutomation(SimAutomationCall::DocumentCount);
     if (app != reinterpret_cast<HostApplication*>(this) || m_automationRefs == 0)
         throw std::logic_error("automation object used without a reference");
     return static_cast<int>(m_documents.size());
 }
 
 HostAutoDocument* SimHost::DocumentOfDatabase(HostDatabase* db) {
-    CheckAutomation();
+    CheckAutomation(SimAutomationCall::DocumentOfDatabase);
     HostDocument* doc = DocumentOf(db);
     if (doc == nullptr)
         throw ComError(hr::kFail, L"Unspecified error");
@@ -431,7 +480,7 @@ void SimHost::Release(HostAutoDocument* doc) {
 }
 
 int SimHost::GetIntVariable(HostAutoDocument* doc, const std::wstring& name) {
-    CheckAutomation();
+    CheckAutomation(SimAutomationCall::GetVariable);
     SimDocument& d = Document(reinterpret_cast<HostDocument*>(doc));
     std::wstring key = Upper(name);
     if (key == L"DBMOD")
@@ -442,6 +491,18 @@ int SimHost::GetIntVariable(HostAutoDocument* doc, const std::wstring& name) {
     if (it == m_variables.end())
         throw ComError(hr::kFail, L"Error getting system variable");
     return std::stoi(it->second);
+}
+
+HostSheetSetManager* SimHost::CreateSheetSetManager() {
+    CheckAutomation(SimAutomationCall::CreateSheetSetManager);
+    ++m_sheetSetManagers;
+    return reinterpret_cast<HostSheetSetManager*>(&m_sheetSetManagers);
+}
+
+void SimHost::Release(HostSheetSetManager* manager) {
+    if (manager == nullptr || m_sheetSetManagers == 0)
+        throw std::logic_error("sheet set manager released more often than made");
+    --m_sheetSetManagers;
 }
 
 // --- MessageBoxes ---

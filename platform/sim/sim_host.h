@@ -18,6 +18,7 @@
 #include "platform/sim/sim_database.h"
 #include "platform/sim/sim_database_port.h"
 #include "platform/sim/sim_registry.h"
+#include "platform/sim/sim_system_look.h"
 #include "platform/sim/sim_tab_control.h"
 #include "platform/sim/sim_window_system.h"
 #include "ports/com_error.h"
@@ -34,9 +35,21 @@ struct SimDocument {
     std::wstring title;
     bool readOnly = false;
     bool everSaved = false;
+    // The host keeps two modified states that usually agree: DBMOD of the database and the
+    // document object's own flag (IsModified). Edits set both; a test may set either alone.
     int dbmod = 0;
+    bool docModified = false;
     std::unique_ptr<SimDatabase> database;
     HostWindow* view = nullptr;  // the drawing's view window in the MDI client
+};
+
+// The automation calls that a test can make fail one at a time.
+enum class SimAutomationCall {
+    QueryApplication,
+    DocumentCount,
+    DocumentOfDatabase,
+    GetVariable,
+    CreateSheetSetManager,
 };
 
 struct SimMessageBox {
@@ -60,7 +73,11 @@ public:
     HostDocument* OpenDrawing(const std::wstring& path, bool readOnly = false);
     HostDocument* NewDrawing();
     void Activate(HostDocument* doc);
-    void Modify(HostDocument* doc);  // an edit: DBMOD gets its first bit
+    void Modify(HostDocument* doc);  // an edit: DBMOD gets its first bit, the document its flag
+    // DBMOD and the document's flag apart, as the host can have them: a variable set from
+    // LISP moves DBMOD alone, an undo to the saved state clears it while the flag stays.
+    void SetDbmod(HostDocument* doc, int dbmod) { Document(doc).dbmod = dbmod; }
+    void SetDocumentFlag(HostDocument* doc, bool modified) { Document(doc).docModified = modified; }
     // Types a command at the command line of the active document. Registered commands run
     // between commandWillStart and commandEnded with CMDNAMES set. The host's own: SAVE, QSAVE
     // and SAVEAS (a drawing never saved, and every SAVEAS, takes its name from the file dialog:
@@ -69,6 +86,13 @@ public:
     // and REGEN, which change nothing here. A leading "_" or "." is dropped from the name as
     // the host does. Returns false for an unknown name (reported on the command line).
     bool Type(const std::wstring& command);
+    // The same command run in `doc` while another drawing stays the MDI-active one (a script
+    // or another application driving that drawing): `doc` is the current document meanwhile.
+    bool TypeIn(HostDocument* doc, const std::wstring& command);
+    // The reactors hear a command's global name in capitals, whatever the user typed. With this
+    // set they hear it in the case it was typed instead, so a test can show which comparisons
+    // depend on the case.
+    void ReportCommandsAsTyped(bool asTyped) { m_reportAsTyped = asTyped; }
     // The user starts a command and stays in it (at a prompt): the document is not quiescent
     // until CancelCommand (Escape: commandCancelled) or EndCommand (commandEnded).
     void StartCommand(const std::wstring& command);
@@ -83,6 +107,8 @@ public:
     void Autosave(HostDocument* doc);
     // What the next file dialog of a save is answered with.
     void QueueFileName(const std::wstring& path) { m_fileNames.push_back(path); }
+    // The host begins to quit: applications are unloaded while its windows still stand. The
+    // windows go when the test destroys the frame, as the host does last.
     void Quit() { m_quitting = true; }
     // One message of the main loop: every registered watcher sees it first, then the window.
     void PumpMessage(const HostMessage& message);
@@ -93,6 +119,8 @@ public:
     // The next automation call (and every one after it until cleared) throws this.
     void FailAutomation(HRESULT code, const std::wstring& description);
     void ClearAutomationFailure() { m_automationFailure.reset(); }
+    // Only the next call of this one kind throws; every other call goes through.
+    void FailAutomationCall(SimAutomationCall call, HRESULT code, const std::wstring& description);
     void QueueAnswer(int answer) { m_answers.push_back(answer); }
     // What APPLOAD does when the user picks the module: the test's loader runs inside the command.
     void SetAppLoader(std::function<void()> loader) { m_appLoader = std::move(loader); }
@@ -120,6 +148,7 @@ public:
     bool IsMdiAware(HostAppPacket* pkt) const;
     bool IsUnlocked(HostAppPacket* pkt) const;
     int AutomationReferences() const { return m_automationRefs; }
+    int SheetSetManagers() const { return m_sheetSetManagers; }
     int PromptsPosted() const { return m_promptsPosted; }
     const std::vector<HostMessageWatcher>& MessageWatchers() const { return m_watchers; }
     std::size_t ReactorCount() const { return m_editorReactors.size() + m_docReactors.size(); }
@@ -133,6 +162,8 @@ public:
     bool SetVariable(const std::wstring& name, const std::wstring& value) override;
     void Print(const std::wstring& text) override;
     std::wstring ProductKey() override;
+    // Below the product key, named by CPROFILE.
+    std::wstring ProfileKey() override;
     std::wstring ModuleProductVersion() override { return m_productVersion; }
     std::wstring ComputerName() override { return L"SIMHOST"; }
     int MainExecutableYear() override { return m_mainExecutableYear; }
@@ -148,7 +179,7 @@ public:
 
     // --- HostDocuments ---
     HostDocument* MdiActiveDocument() override { return m_active; }
-    HostDocument* CurDocument() override { return m_active; }
+    HostDocument* CurDocument() override { return m_current; }
     std::vector<HostDocument*> Documents() override;
     HostDocument* DocumentOf(HostDatabase* db) override;
     void SetCurDocument(HostDocument* doc) override { Activate(doc); }
@@ -158,7 +189,7 @@ public:
     bool IsQuiescent(HostDocument* doc) override;
     std::wstring Title(HostDocument* doc) override { return Document(doc).title; }
     bool IsReadOnly(HostDocument* doc) override { return Document(doc).readOnly; }
-    bool IsModified(HostDocument* doc) override { return Document(doc).dbmod != 0; }
+    bool IsModified(HostDocument* doc) override { return Document(doc).docModified; }
     HostDatabase* Database(HostDocument* doc) override { return Document(doc).database->Handle(); }
 
     // --- HostAutomation ---
@@ -169,6 +200,8 @@ public:
     HostAutoDocument* DocumentOfDatabase(HostDatabase* db) override;
     void Release(HostAutoDocument* doc) override;
     int GetIntVariable(HostAutoDocument* doc, const std::wstring& name) override;
+    HostSheetSetManager* CreateSheetSetManager() override;
+    void Release(HostSheetSetManager* manager) override;
 
     // --- HostReactors: fired in the order they were added ---
     bool HasEditor() override { return m_hasEditor; }
@@ -184,11 +217,12 @@ public:
 private:
     HostDocument* AddDocument(std::unique_ptr<SimDocument> doc);
     void CloseDocument(HostDocument* doc);
-    void CheckAutomation() const;
+    void CheckAutomation(SimAutomationCall call);
     void SaveDocument(HostDocument* doc, const std::wstring& command);
     void RunCommand(const std::wstring& name, const std::function<void()>& body);
     void FinishCommand(bool cancelled);
     static std::wstring GlobalName(const std::wstring& typed);
+    std::wstring ReportedName(const std::wstring& typed) const;
     void Report(const char* what);
     // Each reactor in the order added; a reactor may remove itself, and what it throws ends at
     // the dispatch.
@@ -217,9 +251,11 @@ private:
     SimWindowSystem m_windows;
     SimDatabasePort m_databasePort;
     SimRegistry m_registry;
+    SimSystemLook m_look;
     SimTabControl m_tabControls{m_windows};
     std::vector<std::unique_ptr<SimDocument>> m_documents;
-    HostDocument* m_active = nullptr;
+    HostDocument* m_active = nullptr;   // the MDI-active document
+    HostDocument* m_current = nullptr;  // the one commands and variables go to
     int m_newDrawings = 0;
     DbObjectId m_nextDatabaseBase = 1;
     std::map<std::wstring, std::wstring> m_variables;
@@ -234,14 +270,18 @@ private:
     bool m_hasEditor = true;
     bool m_hasDocManager = true;
     std::deque<std::wstring> m_fileNames;
-    std::wstring m_runningCommand;  // a command started and not yet over
+    std::wstring m_runningCommand;   // a command started and not yet over, its global name
+    std::wstring m_reportedCommand;  // its name as the reactors hear it
     HostDocument* m_commandDocument = nullptr;
     std::function<void()> m_appLoader;
     std::deque<int> m_answers;
     std::vector<SimMessageBox> m_boxes;
     std::optional<ComError> m_automationFailure;
+    std::map<SimAutomationCall, ComError> m_callFailures;
+    bool m_reportAsTyped = false;
     bool m_hasAutomation = true;
     int m_automationRefs = 0;
+    int m_sheetSetManagers = 0;
     int m_promptsPosted = 0;
     bool m_documentsHaveNoInterface = false;
     HostDrawingColors m_colors{0x000000, 0xFFFFFF};
@@ -261,4 +301,5 @@ private:
     ScopedPort<WindowProcedures> m_proceduresPort;
     ScopedPort<HostDatabasePort> m_databasePortSlot;
     ScopedPort<KeyValueStore> m_registryPort;
+    ScopedPort<SystemLook> m_lookPort;
 };

@@ -102,9 +102,19 @@ void SimWindowSystem::Move(HostWindow* window, const win::RECT& rect, bool repai
     pos.y = rect.top;
     pos.cx = rect.Width();
     pos.cy = rect.Height();
+    if (!m_positioning.empty() && m_positioning.back() != window &&
+        w.parent != Parent(m_positioning.back()))
+        m_misplaced.push_back(window);
     // Whatever the window's procedure (and the hooks in front of it) made of the position is
     // where the window goes.
-    Send(window, wm::kWindowPosChanging, 0, reinterpret_cast<std::intptr_t>(&pos));
+    m_positioning.push_back(window);
+    try {
+        Send(window, wm::kWindowPosChanging, 0, reinterpret_cast<std::intptr_t>(&pos));
+    } catch (...) {
+        m_positioning.pop_back();
+        throw;
+    }
+    m_positioning.pop_back();
     if (!IsWindow(window))
         return;
     const win::RECT before = w.rect;
@@ -144,6 +154,15 @@ void SimWindowSystem::LayOutChildren(HostWindow* window) {
 
 void SimWindowSystem::Redraw(HostWindow* window, unsigned) {
     ++Window(window).redraws;
+}
+
+void SimWindowSystem::RedrawRect(HostWindow* window, const win::RECT& rect, unsigned) {
+    Window(window).redrawnRects.push_back(rect);
+}
+
+void SimWindowSystem::RecalcLayout(HostWindow* frame) {
+    if (IsWindow(frame))
+        LayOutChildren(frame);
 }
 
 void SimWindowSystem::Show(HostWindow* window, bool show) {

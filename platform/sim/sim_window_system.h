@@ -29,9 +29,10 @@ struct SimWindow {
     win::RECT rect;  // in the parent's coordinates
     unsigned style = ws::kChild | ws::kVisible;
     bool zoomed = false;
-    SimProcedure* procedure = nullptr;  // owned by the window system
-    int redraws = 0;
-    WindowHandler* handler = nullptr;  // not owned
+    SimProcedure* procedure = nullptr;    // owned by the window system
+    int redraws = 0;                      // of the whole window
+    std::vector<win::RECT> redrawnRects;  // of parts of it, in order
+    WindowHandler* handler = nullptr;     // not owned
     struct Timer {
         unsigned period = 0;
         long long due = 0;  // on the window system's clock, in ms
@@ -57,6 +58,11 @@ public:
         bool repaint;
     };
     const std::vector<MoveRecord>& Moves() const { return m_moves; }
+    // Windows moved while another window's WM_WINDOWPOSCHANGING was being handled without
+    // being that window's sibling. Such a move is only safe between siblings: a window of
+    // another parent is laid out in other coordinates, and on the real system may be moved
+    // in the middle of its own parent's layout.
+    const std::vector<HostWindow*>& MisplacedMoves() const { return m_misplaced; }
     // Lets `ms` of time pass: each timer that falls due sends WM_TIMER to its window, in the
     // order they fall due.
     void Elapse(unsigned ms);
@@ -74,6 +80,8 @@ public:
     win::RECT ScreenRect(HostWindow* window) override;
     void Move(HostWindow* window, const win::RECT& rect, bool repaint) override;
     void Redraw(HostWindow* window, unsigned flags) override;
+    void RedrawRect(HostWindow* window, const win::RECT& rect, unsigned flags) override;
+    void RecalcLayout(HostWindow* frame) override;
     void Show(HostWindow* window, bool show) override;
     bool IsVisible(HostWindow* window) override;
     bool IsZoomed(HostWindow* window) override;
@@ -118,6 +126,8 @@ private:
     std::vector<std::unique_ptr<SimProcedure>> m_procedures;  // every procedure ever installed
     std::map<HostWindow*, std::unique_ptr<SimWindow>> m_windows;
     std::vector<MoveRecord> m_moves;
+    std::vector<HostWindow*> m_positioning;  // windows inside their WM_WINDOWPOSCHANGING
+    std::vector<HostWindow*> m_misplaced;
     long long m_now = 0;
     HostWindow* m_frame = nullptr;
     HostWindow* m_mdiClient = nullptr;

@@ -2,7 +2,9 @@
 
 #include "layout/host_windows.h"
 #include "layout/relayout.h"
+#include "ports/host_services.h"
 #include "ports/port.h"
+#include "ports/system_look.h"
 #include "ports/window_messages.h"
 #include "ports/window_system.h"
 
@@ -16,6 +18,9 @@ HvTabrow::HvTabrow(const BarContext& context)
       m_strAppDataFolder(context.appDataFolder),
       m_pHostApp(context.hostApp) {
     LoadSettings();
+    // The host's manager opens sheet sets by itself exactly when the setting asks for it.
+    if (IsInstalled<HostServices>())
+        Use<HostServices>().SetVariable(L"SSMAUTOOPEN", std::to_wstring(m_bOpenSheetSetInSSM));
 }
 
 HvTabrow::~HvTabrow() {
@@ -32,6 +37,15 @@ void HvTabrow::LoadSettings() {
     if (g_hwndCmdWnd != nullptr)
         system.commandWindowWidth = Use<WindowSystem>().RectInParent(g_hwndCmdWnd).Width();
     system.appDataFolder = m_strAppDataFolder;
+    if (IsInstalled<SystemLook>()) {
+        SystemLook& look = Use<SystemLook>();
+        system.btnFace = look.SysColor(syscolor::kBtnFace);
+        system.btnText = look.SysColor(syscolor::kBtnText);
+        system.guiFont = look.DefaultGuiFont();
+    }
+    // The sheet set folder falls back to the one the host's own wizard used last.
+    if (IsInstalled<HostServices>())
+        system.hostProfileKey = Use<HostServices>().ProfileKey();
     Load(m_store, system);
 }
 
@@ -44,9 +58,14 @@ bool HvTabrow::Create() {
                                      win::RECT{0, 0, kFloatingRect.Width(), kFloatingRect.Height()},
                                      style);
     } else {
-        win::RECT frame = windows.RectInParent(g_hwndFrame);
-        m_hWnd = windows.CreateChild(g_hwndFrame, L"HvTabrow",
-                                     win::RECT{0, 0, frame.Width(), kDockedThickness}, style);
+        // The hook moves the bar while it lays out the window it cuts from, which is safe only
+        // for a sibling of that window: the command window's container holds the bar docked
+        // there, the frame holds it beside the MDI client.
+        HostWindow* parent =
+            dock::IsInCommandWindow(m_nDockSide) ? g_hwndCmdContainer : g_hwndFrame;
+        win::RECT room = windows.RectInParent(parent);
+        m_hWnd = windows.CreateChild(parent, L"HvTabrow",
+                                     win::RECT{0, 0, room.Width(), kDockedThickness}, style);
     }
     if (m_hWnd == nullptr)
         return false;

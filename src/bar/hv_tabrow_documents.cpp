@@ -88,7 +88,7 @@ void HvTabrow::RefreshTips() {
 void HvTabrow::BuildDocumentList() {
     for (HostDocument* doc : Use<HostDocuments>().Documents())
         OnDocumentCreated(doc);
-    RelayoutMdiClient();  // the frame's RecalcLayout
+    Use<WindowSystem>().RecalcLayout(g_hwndFrame);
 }
 
 void HvTabrow::OnDocumentCreated(HostDocument* doc) {

@@ -19,6 +19,6 @@ void RunAtCommandEdge(const char* function, const std::function<void()>& body) {
         Use<MessageBoxes>().Show(ComErrorText(e), L"", mb::kOk | mb::kIconError);
     } catch (...) {
         std::wstring name(function, function + std::char_traits<char>::length(function));
-        Use<HostServices>().Print(L"\nUnexpected error in " + name + L"\n");
+        Use<HostServices>().Print(L"Unknown error in " + name + L"!\n");
     }
 }

@@ -10,4 +10,6 @@
 // "Error [0x%08X]\n%s", the text of an automation failure's box.
 std::wstring ComErrorText(const ComError& error);
 
+// `function` is the handler's qualified name with its parentheses, "HvTabrow::OnSaveAll()":
+// anything but an automation failure prints "Unknown error in HvTabrow::OnSaveAll()!".
 void RunAtCommandEdge(const char* function, const std::function<void()>& body);

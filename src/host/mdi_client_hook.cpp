@@ -35,7 +35,10 @@ win::RECT CutBarRoom(win::WINDOWPOS& pos, int dockSide, int thickness) {
 }
 
 MsgResult HvTrMdiClientWnd::OnWindowPosChanging(win::WINDOWPOS& pos) {
-    if (g_bTabrowOn == 0 || g_pTabrow == nullptr)
+    // Once the module has let this hook go (an unload while the host quits) it passes
+    // everything on.
+    if (g_bTabrowOn == 0 || g_pTabrow == nullptr ||
+        (this != g_pMdiClientHook && this != g_pCmdWndHook))
         return MsgResult::NotHandled();
     const bool bCmd = m_pWndHooked == g_hwndCmdWnd;
     const bool bMdi = m_pWndHooked == g_hwndMdiClient;

@@ -97,6 +97,14 @@ void CSubclassWnd::Unhook() {
     m_pNext = nullptr;
 }
 
+void CSubclassWnd::LeaveWithWindow() {
+    if (m_pWndHooked == nullptr) {
+        delete this;
+        return;
+    }
+    m_bOwnedByWindow = true;
+}
+
 CSubclassWnd* CSubclassWnd::FirstHookOf(HostWindow* window) {
     auto& map = HookMap();
     auto found = map.find(window);
@@ -152,8 +160,11 @@ std::intptr_t CSubclassWnd::HookWndProc(HostWindow* window, unsigned message, st
         if (message == wm::kNcDestroy) {
             // A dying window takes its hooks out of the map by itself; the old procedure is
             // called directly, as no hook is left to pass the message on.
-            while (CSubclassWnd* hook = FirstHookOf(window))
+            while (CSubclassWnd* hook = FirstHookOf(window)) {
                 hook->Unhook();
+                if (hook->m_bOwnedByWindow)
+                    delete hook;
+            }
             return PassAlong(nullptr, passage, current);
         }
         return PassAlong(first, passage, current);

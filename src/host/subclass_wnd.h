@@ -28,6 +28,10 @@ public:
     // nothing); null takes it out again. Always true.
     bool HookWindow(HostWindow* window);
     bool IsHooked() const { return m_pWndHooked != nullptr; }
+    // Gives this hook, made with new, to its window: it stays in the chain and is deleted when
+    // the window dies. For an owner that goes while the window lives on for a moment (a plug-in
+    // unloaded while its host quits). A hook on no window is deleted at once.
+    void LeaveWithWindow();
 
     // The first hook of a window's chain, or null when the window isn't hooked.
     static CSubclassWnd* FirstHookOf(HostWindow* window);
@@ -37,6 +41,7 @@ public:
     HostWindow* m_pWndHooked = nullptr;           // not owned
     OldWindowProcedure* m_pOldWndProc = nullptr;  // the window's procedure before any hook
     CSubclassWnd* m_pNext = nullptr;              // the next hook on the same window, not owned
+    bool m_bOwnedByWindow = false;                // deleted when the window dies
 
 protected:
     // Passes the message being handled on to the rest of the chain now and gives its answer.

@@ -51,6 +51,15 @@ bool FindHostWindows(HostWindow*& frame, HostWindow*& mdiClient, HostWindow*& cm
     return frame && mdiClient && cmdWnd && cmdContainer;
 }
 
+void CreateSheetSetManager() {
+    // A host without sheet sets leaves the pointer null; the sheet set dialog then loads nothing.
+    try {
+        g_pSheetSetMgr = Use<HostAutomation>().CreateSheetSetManager();
+    } catch (...) {
+        g_pSheetSetMgr = nullptr;
+    }
+}
+
 void CreateBar() {
     g_pTabrow = new HvTabrow(BarContext{theApp, theApp.m_strAppDataDir, g_pHostApp});
     g_pTabrow->Create();  // builds the document lists at its end
@@ -59,21 +68,29 @@ void CreateBar() {
     g_pMdiClientHook->HookWindow(g_hwndMdiClient);
     g_pCmdWndHook = new HvTrMdiClientWnd;
     g_pCmdWndHook->HookWindow(g_hwndCmdWnd);
+    CreateSheetSetManager();
     Use<HostServices>().RegisterMessageWatcher(TabrowMessageWatcher);
     if (LoadBarOn(theApp)) {
         TrOn();
     } else {
         TrOff();
     }
+    // The right tab selected, the view known to the message watcher from the first wheel step.
+    g_pTabrow->OnDocumentActivated(Use<HostDocuments>().MdiActiveDocument());
 }
 
 void RemoveHook(HvTrMdiClientWnd*& hook, bool quitting) {
     if (hook == nullptr)
         return;
-    // While the host quits its windows go down anyway and take their hooks out themselves.
-    if (!quitting)
+    if (quitting) {
+        // While the host quits its windows go down anyway: the hook stays on its window, passes
+        // everything on from now, and is freed by the window's death, so that no chain ever
+        // holds a freed hook.
+        hook->LeaveWithWindow();
+    } else {
         hook->HookWindow(nullptr);
-    delete hook;
+        delete hook;
+    }
     hook = nullptr;
 }
 
@@ -82,6 +99,7 @@ void RemoveHook(HvTrMdiClientWnd*& hook, bool quitting) {
 HvApp theApp = MakeApp();
 HvTabrow* g_pTabrow = nullptr;
 HostApplication* g_pHostApp = nullptr;
+HostSheetSetManager* g_pSheetSetMgr = nullptr;
 HvTrMdiClientWnd* g_pMdiClientHook = nullptr;
 HvTrMdiClientWnd* g_pCmdWndHook = nullptr;
 
@@ -89,6 +107,7 @@ void MapModule() {
     theApp = MakeApp();
     g_pTabrow = nullptr;
     g_pHostApp = nullptr;
+    g_pSheetSetMgr = nullptr;
     g_pMdiClientHook = g_pCmdWndHook = nullptr;
     ForgetHostWindows();
 }
@@ -153,6 +172,10 @@ void OnLoad(HostAppPacket* pkt) {
 void OnUnload() {
     HostServices& host = Use<HostServices>();
     theApp.SetInt(keys::kRoot, keys::kOn, g_bTabrowOn);
+    if (g_pSheetSetMgr != nullptr) {
+        Use<HostAutomation>().Release(g_pSheetSetMgr);
+        g_pSheetSetMgr = nullptr;
+    }
     host.RemoveMessageWatcher(TabrowMessageWatcher);
     bool quitting = host.IsQuitting();
     RemoveHook(g_pMdiClientHook, quitting);
@@ -176,7 +199,7 @@ void OnUnload() {
 }
 
 void TrOptions() {
-    RunAtCommandEdge("TrOptions", [] {
+    RunAtCommandEdge("TrOptions()", [] {
         // The preferences dialog arrives with the preferences pages; until then the command
         // says so instead of failing silently.
         Use<HostServices>().Print(L"\nThe preferences dialog is not available in this build.\n");
@@ -184,11 +207,11 @@ void TrOptions() {
 }
 
 void TrAbout() {
-    RunAtCommandEdge("TrAbout", [] { theApp.ShowAbout(nullptr); });
+    RunAtCommandEdge("TrAbout()", [] { theApp.ShowAbout(nullptr); });
 }
 
 void TrOff() {
-    RunAtCommandEdge("TrOff", [] {
+    RunAtCommandEdge("TrOff()", [] {
         if (g_bTabrowOn != 1)
             return;
         g_bTabrowOn = 0;
@@ -198,7 +221,7 @@ void TrOff() {
 }
 
 void TrOn() {
-    RunAtCommandEdge("TrOn", [] {
+    RunAtCommandEdge("TrOn()", [] {
         if (g_bTabrowOn != 0)
             return;
         g_bTabrowOn = 1;
@@ -208,7 +231,7 @@ void TrOn() {
 }
 
 void TrCenter() {
-    RunAtCommandEdge("TrCenter", [] {
+    RunAtCommandEdge("TrCenter()", [] {
         if (g_pTabrow != nullptr && g_pTabrow->m_bFloating != 0) {
             g_pTabrow->CenterFloating();
         } else {
@@ -218,7 +241,7 @@ void TrCenter() {
 }
 
 void TrCmdCenter() {
-    RunAtCommandEdge("TrCmdCenter", [] {
+    RunAtCommandEdge("TrCmdCenter()", [] {
         if (g_pTabrow == nullptr)
             return;
         // Not written to the settings: only the end of a drag saves this width.

@@ -12,6 +12,7 @@ class HvTabrow;
 class HvTrMdiClientWnd;
 struct HostApplication;
 struct HostAppPacket;
+struct HostSheetSetManager;
 struct HostWindow;
 
 // The host's messages to the entry point; every other message is ignored.
@@ -22,6 +23,7 @@ constexpr int kRetOK = 0;
 extern HvApp theApp;
 extern HvTabrow* g_pTabrow;  // owned; null until created and after a failed start
 extern HostApplication* g_pHostApp;   // one reference held
+extern HostSheetSetManager* g_pSheetSetMgr;  // one reference held; null when it cannot be made
 extern HvTrMdiClientWnd* g_pMdiClientHook;  // owned
 extern HvTrMdiClientWnd* g_pCmdWndHook;     // owned
 

@@ -5,7 +5,8 @@
 
 struct HostApplication;
 struct HostDatabase;
-struct HostAutoDocument;  // a drawing's automation document
+struct HostAutoDocument;     // a drawing's automation document
+struct HostSheetSetManager;  // the host's sheet set manager object
 
 class HostAutomation {
 public:
@@ -26,4 +27,9 @@ public:
     virtual void Release(HostAutoDocument* doc) = 0;
     // Document.GetVariable of an integer variable; throws ComError.
     virtual int GetIntVariable(HostAutoDocument* doc, const std::wstring& name) = 0;
+
+    // A new sheet set manager object with one reference held; throws ComError when it cannot
+    // be made (a host without sheet sets).
+    virtual HostSheetSetManager* CreateSheetSetManager() = 0;
+    virtual void Release(HostSheetSetManager* manager) = 0;
 };

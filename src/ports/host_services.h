@@ -47,6 +47,9 @@ public:
 
     // The host's registry key below the user hive, without the hive ("Software\\...\\R17.0\\...").
     virtual std::wstring ProductKey() = 0;
+    // The registry key of the host's current profile, with or without the hive's name at its
+    // front; empty when the host cannot name it.
+    virtual std::wstring ProfileKey() = 0;
 
     // The module's "ProductVersion" text ("2, 0, 0, 97") and the machine's name.
     virtual std::wstring ModuleProductVersion() = 0;

@@ -46,6 +46,10 @@ public:
     virtual win::RECT ScreenRect(HostWindow* window) = 0;
     virtual void Move(HostWindow* window, const win::RECT& rect, bool repaint) = 0;
     virtual void Redraw(HostWindow* window, unsigned flags) = 0;
+    // RedrawWindow of one rectangle of the window's client area.
+    virtual void RedrawRect(HostWindow* window, const win::RECT& rect, unsigned flags) = 0;
+    // The frame lays out its control bars and its MDI client again (RecalcLayout).
+    virtual void RecalcLayout(HostWindow* frame) = 0;
     virtual void Show(HostWindow* window, bool show) = 0;
     virtual bool IsVisible(HostWindow* window) = 0;
     virtual bool IsZoomed(HostWindow* window) = 0;

@@ -194,7 +194,8 @@ MsgResult HvDwgPalette::OnTimer(unsigned id) {
         TrDocItem* item = FindItem(nullptr);
         if (item != nullptr && m_settings.m_bAutoUpdatePreviews != 0) {
             item->bDirty = true;
-            Redraw();
+            Use<WindowSystem>().RedrawRect(m_hWnd, item->rcItem,
+                                           ws::kRdwInvalidate | ws::kRdwErase | ws::kRdwUpdateNow);
         }
     }
     return MsgResult::Handled();

@@ -196,6 +196,8 @@ TEST_F(DocumentSession, HideOnSingleGivesTheRoomBackAtOneDrawingAndTakesItAtTwo)
     host.OpenDrawing(L"C:\\jobs\\roof.dwg");
     EXPECT_EQ(frameMoves(), before + 4);
     EXPECT_EQ(host.PromptsPosted(), 1);
+    host.OpenDrawing(L"C:\\jobs\\wall.dwg");  // the third: the bar is there already
+    EXPECT_EQ(frameMoves(), before + 4);
     EXPECT_TRUE(host.ReactorFailures().empty());
 }
 
@@ -205,6 +207,8 @@ TEST_F(DocumentSession, ClosingTheLastDrawingEmptiesBothListsAndForgetsTheView) 
     host.OpenDrawing(L"C:\\jobs\\site.dwg");
     EXPECT_NE(g_hwndDwgView, nullptr);
     host.Type(L"CLOSE");
+    EXPECT_EQ(host.PromptsPosted(), 0);  // without HideOnSingle one drawing left changes no room
+    EXPECT_EQ(host.Windows().Window(g_hwndFrame).redraws, 0);
     host.Type(L"CLOSE");
     EXPECT_TRUE(TabTexts().empty());
     EXPECT_TRUE(Bar().m_palette.m_items.empty());
@@ -219,14 +223,13 @@ TEST_F(DocumentSession, ClosingTheLastDrawingEmptiesBothListsAndForgetsTheView) 
 TEST_F(DocumentSession, AFailedCountEndsTheDocumentEventSilently) {
     Store(L"TabMode", 1);
     Load();
-    host.FailAutomation(hr::kFail, L"Unspecified error");
+    host.FailAutomationCall(SimAutomationCall::DocumentCount, hr::kFail, L"Unspecified error");
     host.OpenDrawing(L"C:\\jobs\\plan.dwg");
     EXPECT_EQ(TabTexts(), (Texts{L"plan"}));  // added before the count
     EXPECT_FALSE(host.Windows().IsVisible(Tabs()));  // what follows the count never ran
     EXPECT_TRUE(host.ReactorFailures().empty());
     EXPECT_TRUE(host.MessageBoxesShown().empty());
-    host.ClearAutomationFailure();
-    host.OpenDrawing(L"C:\\jobs\\site.dwg");
+    host.OpenDrawing(L"C:\\jobs\\site.dwg");  // the failure was the one call's alone
     EXPECT_EQ(TabTexts(), (Texts{L"plan", L"site"}));
 }
 
@@ -240,6 +243,39 @@ TEST_F(DocumentSession, APaletteOfANewSizeLaysOutItsCellsAgain) {
     EXPECT_EQ(host.Windows().Window(Palette()).redraws, redraws + 1);
 }
 
+// A change of view relays out the host only when asked, and only for a docked bar: the MDI
+// client beside it, the command window around it.
+TEST_F(DocumentSession, AChangeOfViewRelaysOutTheWindowTheBarTakesItsRoomFrom) {
+    const struct {
+        int floating;
+        int side;
+        bool refresh;
+        int mdiMoves;
+        int cmdMoves;
+    } cases[] = {{0, dock::kTop, true, 1, 0},
+                 {0, dock::kTop, false, 0, 0},
+                 {1, dock::kTop, true, 0, 0},
+                 {0, dock::kCmdWndLeft, true, 0, 1}};
+    host.OpenDrawing(L"C:\\jobs\\plan.dwg");
+    for (const auto& c : cases) {
+        Store(L"Floating", static_cast<std::uint32_t>(c.floating));
+        Store(L"DockSide", static_cast<std::uint32_t>(c.side));
+        Load();
+        const std::size_t before = host.Windows().Moves().size();
+        Bar().SetTabMode(true, c.refresh);
+        int mdiMoves = 0, cmdMoves = 0;
+        for (std::size_t i = before; i < host.Windows().Moves().size(); ++i) {
+            mdiMoves += host.Windows().Moves()[i].window == g_hwndMdiClient;
+            cmdMoves += host.Windows().Moves()[i].window == g_hwndCmdWnd;
+        }
+        EXPECT_EQ(mdiMoves, c.mdiMoves) << c.floating << " " << c.side << " " << c.refresh;
+        EXPECT_EQ(cmdMoves, c.cmdMoves) << c.floating << " " << c.side << " " << c.refresh;
+        EXPECT_TRUE(host.Windows().IsVisible(Tabs()) || c.floating != 0);
+        Unload();
+        MapModule();
+    }
+}
+
 TEST_F(DocumentSession, TheViewTimerMarksTheActivePreviewOutOfDateOnce) {
     HostDocument* plan = host.OpenDrawing(L"C:\\jobs\\plan.dwg");
     Load();
@@ -247,9 +283,14 @@ TEST_F(DocumentSession, TheViewTimerMarksTheActivePreviewOutOfDateOnce) {
     host.Windows().SetTimer(Palette(), HvDwgPalette::kViewChangedTimer, 800);  // a wheel step
     host.Windows().Elapse(799);
     EXPECT_FALSE(Item(plan)->bDirty);
+    const int redraws = host.Windows().Window(Palette()).redraws;
     host.Windows().Elapse(1);
     EXPECT_TRUE(Item(plan)->bDirty);
     EXPECT_TRUE(host.Windows().Window(Palette()).timers.empty());  // killed at its first tick
+    // Only that preview's cell is redrawn.
+    EXPECT_EQ(host.Windows().Window(Palette()).redraws, redraws);
+    EXPECT_EQ(host.Windows().Window(Palette()).redrawnRects,
+              std::vector<win::RECT>{Item(plan)->rcItem});
 }
 
 }  // namespace

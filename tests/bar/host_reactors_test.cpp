@@ -19,13 +19,35 @@ TEST_F(DocumentSession, SaveAsAtThePromptRenamesTheTabAndClearsTheMark) {
     host.Type(L"_.saveas");
     EXPECT_EQ(TabTexts(), (Texts{L"plan-rev2"}));
     EXPECT_EQ(Bar().m_RecentFiles, (Texts{L"C:\\jobs\\plan-rev2.dwg"}));
+    // Reported in another case it is no renaming save: the mark goes, the name stays.
+    host.ReportCommandsAsTyped(true);
+    host.Modify(plan);
+    host.QueueFileName(L"C:\\jobs\\plan-rev3.dwg");
+    host.Type(L"SaveAs");
+    EXPECT_EQ(TabTexts(), (Texts{L"plan-rev2"}));
+    EXPECT_EQ(Bar().m_RecentFiles.size(), 1u);
+    // A drawing never saved takes its name through QSAVE and SAVE as well.
+    host.ReportCommandsAsTyped(false);
+    for (const std::wstring command : {L"QSAVE", L"SAVE"}) {
+        host.NewDrawing();
+        host.QueueFileName(L"C:\\jobs\\" + command + L".dwg");
+        host.Type(command);
+        EXPECT_EQ(TabTexts().back(), command);
+    }
 }
 
 TEST_F(DocumentSession, OpeningADrawingRecordsItAsRecentEvenWithTheBarOff) {
     Load();
     host.Type(L"TROFF");
-    host.OpenDrawing(L"C:\\jobs\\plan.dwg");
+    HostDocument* plan = host.OpenDrawing(L"C:\\jobs\\plan.dwg");
     EXPECT_EQ(Bar().m_RecentFiles, (Texts{L"C:\\jobs\\plan.dwg"}));
+    // Marks, though, wait for the bar to be on again.
+    host.Modify(plan);
+    host.Type(L"LINE");
+    EXPECT_EQ(TabTexts(), (Texts{L"plan"}));
+    host.Type(L"TRON");
+    host.Type(L"LINE");
+    EXPECT_EQ(TabTexts(), (Texts{L"* plan"}));
 }
 
 TEST_F(DocumentSession, SaveAsFromLispStaysSilentWhenAvoidedAndLispsEndSetsTheMark) {
@@ -39,6 +61,13 @@ TEST_F(DocumentSession, SaveAsFromLispStaysSilentWhenAvoidedAndLispsEndSetsTheMa
     EXPECT_EQ(TabTexts(), (Texts{L"plan"}));  // not renamed, and the mark corrected at the end
     EXPECT_TRUE(Bar().m_RecentFiles.empty());
     EXPECT_EQ(Bar().m_editorReactor.m_bInLisp, 0);
+    // Nor does a silent stretch inside a command that saves.
+    host.StartCommand(L"SAVEAS");
+    Bar().m_editorReactor.lispWillStart(L"(save)");
+    Bar().m_editorReactor.saveComplete(host.Database(plan), L"C:\\jobs\\other.dwg");
+    EXPECT_EQ(TabTexts(), (Texts{L"plan"}));
+    Bar().m_editorReactor.lispCancelled();
+    host.CancelCommand();
 }
 
 TEST_F(DocumentSession, LispCommandsAreFollowedLikeOthersByDefault) {
@@ -82,42 +111,84 @@ TEST_F(DocumentSession, SavesByOtherCommandsClearTheMarkWithoutRenaming) {
     host.CancelCommand();
 }
 
-TEST_F(DocumentSession, OptionsInPreviewModeReadTheHostsColoursAgain) {
-    host.OpenDrawing(L"C:\\jobs\\plan.dwg");
+TEST_F(DocumentSession, ACommandInAnotherDrawingSetsTheMarkOfTheActiveOne) {
+    HostDocument* site = host.OpenDrawing(L"C:\\jobs\\site.dwg");
+    HostDocument* plan = host.OpenDrawing(L"C:\\jobs\\plan.dwg");
     Load();
-    host.SetCurrentColors(HostDrawingColors{0x332211, 0xEEEEEE});
-    host.Type(L"OPTIONS");
-    EXPECT_EQ(Bar().m_palette.m_colors.modelBackground, 0x332211u);
+    host.Modify(site);
+    host.TypeIn(site, L"LINE");
+    EXPECT_EQ(TabTexts(), (Texts{L"site", L"plan"}));
+    host.Modify(plan);
+    host.TypeIn(site, L"LINE");
+    EXPECT_EQ(TabTexts(), (Texts{L"site", L"* plan"}));
 }
 
-TEST_F(DocumentSession, OptionsInTabModeReadNoColours) {
-    Store(L"TabMode", 1);
+// Only in preview mode, and only for the three names as the host reports them, in capitals.
+TEST_F(DocumentSession, ColourCommandsReadTheHostsColoursAgainInPreviewMode) {
+    struct Case {
+        int tabMode;
+        const wchar_t* command;
+        bool asTyped;
+        bool reread;
+    };
+    const Case cases[] = {{0, L"OPTIONS", false, true},     {0, L"_config", false, true},
+                          {0, L"PREFERENCES", false, true}, {0, L"options", true, false},
+                          {1, L"OPTIONS", false, false},    {0, L"REGEN", false, false}};
     host.OpenDrawing(L"C:\\jobs\\plan.dwg");
-    Load();
-    const HostDrawingColors before = Bar().m_palette.m_colors;
-    host.SetCurrentColors(HostDrawingColors{0x332211, 0xEEEEEE});
-    host.Type(L"OPTIONS");
-    EXPECT_EQ(Bar().m_palette.m_colors.modelBackground, before.modelBackground);
+    for (const Case& c : cases) {
+        Store(L"TabMode", static_cast<std::uint32_t>(c.tabMode));
+        host.SetCurrentColors(HostDrawingColors{0x000000, 0xFFFFFF});
+        Load();
+        host.ReportCommandsAsTyped(c.asTyped);
+        host.SetCurrentColors(HostDrawingColors{0x332211, 0xEEEEEE});
+        host.Type(c.command);
+        EXPECT_EQ(Bar().m_palette.m_colors.modelBackground, c.reread ? 0x332211u : 0u)
+            << c.command << " in tab mode " << c.tabMode;
+        Unload();
+        MapModule();
+    }
 }
 
 TEST_F(DocumentSession, AnAutomationFailureAtACommandsEndLeavesTheMarkAndReachesTheHost) {
     HostDocument* plan = host.OpenDrawing(L"C:\\jobs\\plan.dwg");
     Load();
     host.Modify(plan);
-    host.FailAutomation(hr::kFail, L"Unspecified error");
-    host.Type(L"LINE");
-    host.ClearAutomationFailure();
-    EXPECT_EQ(TabTexts(), (Texts{L"plan"}));
-    EXPECT_EQ(host.ReactorFailures().size(), 1u);
-}
-
-TEST_F(DocumentSession, WithoutADocumentInterfaceTheDocumentsOwnFlagDecides) {
-    HostDocument* plan = host.OpenDrawing(L"C:\\jobs\\plan.dwg");
-    Load();
-    host.SetDocumentsHaveNoInterface(true);
-    host.Modify(plan);
+    for (SimAutomationCall call :
+         {SimAutomationCall::DocumentOfDatabase, SimAutomationCall::GetVariable}) {
+        host.FailAutomationCall(call, hr::kFail, L"Unspecified error");
+        host.Type(L"LINE");
+        EXPECT_EQ(TabTexts(), (Texts{L"plan"}));
+        EXPECT_EQ(host.AutomationReferences(), 1);  // the drawing's document was let go
+    }
+    EXPECT_EQ(host.ReactorFailures().size(), 2u);
     host.Type(L"LINE");
     EXPECT_EQ(TabTexts(), (Texts{L"* plan"}));
+}
+
+// DBMOD, read through the drawing's automation document, outranks the document's own flag;
+// only a database that offers no such document leaves the flag to decide.
+TEST_F(DocumentSession, DbmodOutranksTheDocumentsFlagWhereTheDocumentOffersIt) {
+    struct Case {
+        bool noInterface;
+        int dbmod;
+        bool flag;
+        const wchar_t* tab;
+    };
+    const Case cases[] = {{false, 1, false, L"* plan"},
+                          {false, 0, true, L"plan"},
+                          {false, 2, true, L"* plan"},
+                          {true, 1, false, L"plan"},
+                          {true, 0, true, L"* plan"}};
+    HostDocument* plan = host.OpenDrawing(L"C:\\jobs\\plan.dwg");
+    Load();
+    for (const Case& c : cases) {
+        host.SetDocumentsHaveNoInterface(c.noInterface);
+        host.SetDbmod(plan, c.dbmod);
+        host.SetDocumentFlag(plan, c.flag);
+        host.Type(L"LINE");
+        EXPECT_EQ(TabTexts(), (Texts{c.tab}))
+            << "no interface " << c.noInterface << ", DBMOD " << c.dbmod << ", flag " << c.flag;
+    }
     EXPECT_TRUE(host.ReactorFailures().empty());
     EXPECT_EQ(host.AutomationReferences(), 1);  // only the application object is held
 }

@@ -20,12 +20,12 @@ TEST(CommandEdge, AutomationFailureIsShownWithItsCodeAndNothingPasses) {
 
 TEST(CommandEdge, AnyOtherFailureBecomesOneLineNamingTheFunction) {
     SimHost host;
-    RunAtCommandEdge("OnSaveAll", [] { throw std::runtime_error("boom"); });
-    RunAtCommandEdge("OnCloseAll", [] { throw 42; });
+    RunAtCommandEdge("HvTabrow::OnSaveAll()", [] { throw std::runtime_error("boom"); });
+    RunAtCommandEdge("HvTabrow::OnCloseAll()", [] { throw 42; });
     EXPECT_TRUE(host.MessageBoxesShown().empty());
-    EXPECT_EQ(host.CommandLine(),
-              (std::vector<std::wstring>{L"", L"Unexpected error in OnSaveAll", L"",
-                                         L"Unexpected error in OnCloseAll"}));
+    EXPECT_EQ(host.CommandLineText(),
+              L"Unknown error in HvTabrow::OnSaveAll()!\n"
+              L"Unknown error in HvTabrow::OnCloseAll()!\n");
 }
 
 TEST(CommandEdge, ShortCodesArePaddedToEightDigits) {

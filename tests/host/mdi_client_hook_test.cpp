@@ -47,13 +47,9 @@ protected:
         host.OpenDrawing(L"C:\\jobs\\site.dwg");
         host.OpenDrawing(L"C:\\jobs\\plan.dwg");
     }
-    // Loads with the bar docked on `side`; on the command window the bar lives in the command
-    // line's container, as docking it there makes it.
     void LoadDocked(int side) {
         Store(L"DockSide", static_cast<std::uint32_t>(side));
         Load();
-        if (dock::IsInCommandWindow(side))
-            host.Windows().SetParent(BarWindow(), g_hwndCmdContainer);
     }
     void Refresh() { RefreshHostLayout(g_hwndFrame); }
     win::RECT Rect(HostWindow* window) { return host.Windows().RectInParent(window); }
@@ -85,6 +81,12 @@ TEST_F(LayoutSession, OnEverySideTheBarTakesItsRoomFromTheHostsWindow) {
         EXPECT_EQ(Rect(g_hwndMdiClient), c.mdiClient);
         EXPECT_EQ(Rect(g_hwndCmdWnd), c.cmdWnd);
         EXPECT_EQ(Rect(BarWindow()), c.bar);
+        // The bar is moved only while a sibling is laid out: beside the MDI client a child of
+        // the frame, in the command window one of its container.
+        EXPECT_TRUE(host.Windows().MisplacedMoves().empty());
+        EXPECT_EQ(host.Windows().Parent(BarWindow()),
+                  host.Windows().Parent(dock::IsInCommandWindow(c.side) ? g_hwndCmdWnd
+                                                                        : g_hwndMdiClient));
         // The host's own wishes are remembered uncut, and the command line fills what is left.
         EXPECT_EQ(g_rcMdiClient, kMdiRoom);
         EXPECT_EQ(g_rcMdiClientSize, kMdiRoom);
@@ -215,8 +217,10 @@ TEST_F(LayoutSession, RelayoutsBringANewThicknessIntoTheHostsWindows) {
                     return move.window == BarWindow();
                 })->repaint);
 
-    Bar().m_nDockSide = dock::kCmdWndRight;
-    host.Windows().SetParent(BarWindow(), g_hwndCmdContainer);
+    Unload();
+    MapModule();
+    LoadDocked(dock::kCmdWndRight);
+    Refresh();
     Bar().m_nWidthOnCmdWnd = 500;
     RelayoutCmdWnd();
     EXPECT_EQ(Rect(g_hwndCmdWnd), (win::RECT{0, 0, 1420, 140}));

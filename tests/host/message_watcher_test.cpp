@@ -29,8 +29,8 @@ class WatcherSession : public DocumentSession {
 protected:
     WatcherSession() {
         host.OpenDrawing(L"C:\\jobs\\site.dwg");
-        Load();
-        host.OpenDrawing(L"C:\\jobs\\plan.dwg");  // its activation shows the bar its view
+        host.OpenDrawing(L"C:\\jobs\\plan.dwg");
+        Load();  // the start tells the bar the active drawing, and so its view
         counter.HookWindow(Palette());
     }
     ~WatcherSession() override { counter.HookWindow(nullptr); }

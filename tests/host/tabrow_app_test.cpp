@@ -6,8 +6,11 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <functional>
+#include <utility>
 
 #include "bar/hv_tabrow.h"
+#include "host/subclass_wnd.h"
 #include "platform/sim/sim_file_system.h"
 #include "platform/sim/sim_host.h"
 #include "support/test_files.h"
@@ -74,7 +77,8 @@ protected:
 };
 
 TEST_F(TabrowSession, LoadAtHostStartRegistersCommandsCreatesTheBarPrintsTheBannerAndAnswersAbout) {
-    HostDocument* doc = host.OpenDrawing(L"C:\\jobs\\site.dwg");
+    host.OpenDrawing(L"C:\\jobs\\site.dwg");
+    HostDocument* doc = host.OpenDrawing(L"C:\\jobs\\plan.dwg");
     Load();
 
     EXPECT_TRUE(host.IsMdiAware(Packet()));
@@ -96,14 +100,25 @@ TEST_F(TabrowSession, LoadAtHostStartRegistersCommandsCreatesTheBarPrintsTheBann
     ASSERT_NE(g_pTabrow, nullptr);
     EXPECT_TRUE(g_pTabrow->IsBarVisible());
     EXPECT_EQ(host.Windows().Parent(g_pTabrow->GetSafeHwnd()), host.Windows().HostFrame());
+    // Told at its end which drawing is active: its tab selected, its view known.
     EXPECT_EQ(g_pTabrow->ActiveDocument(), doc);
+    EXPECT_EQ(g_hwndDwgView, host.Document(doc).view);
+    EXPECT_EQ(host.SheetSetManagers(), 1);
+    EXPECT_EQ(host.GetVariable(L"SSMAUTOOPEN"), L"0");
     EXPECT_EQ(g_hwndMdiClient, host.Windows().MdiClient());
     EXPECT_EQ(g_hwndCmdWnd, host.Windows().CommandWindow());
     EXPECT_EQ(g_hwndCmdContainer, host.Windows().CommandContainer());
     EXPECT_EQ(host.Windows().Style(g_hwndCmdContainer) & ws::kClipChildren, 0u);
     EXPECT_EQ(host.AutomationReferences(), 1);
-    // At host start the frame's own first layout places the bar.
+    // At host start the frame's own first layout places the bar; the bar's creation ends with
+    // the frame laying out its command line and its MDI client, the frame itself unmoved.
     EXPECT_EQ(FrameMoves(), 0u);
+    std::vector<HostWindow*> moved;
+    for (const auto& move : host.Windows().Moves())
+        moved.push_back(move.window);
+    EXPECT_EQ(moved,
+              (std::vector<HostWindow*>{g_hwndCmdContainer, g_hwndCmdWnd,
+                                        host.Windows().DockedCommandLine(), g_hwndMdiClient}));
     EXPECT_TRUE(host.MessageBoxesShown().empty());
     // Reading the settings left the root key behind.
     EXPECT_TRUE(host.Registry().KeyExists(RegHive::CurrentUser, kSettingsKey));
@@ -111,6 +126,29 @@ TEST_F(TabrowSession, LoadAtHostStartRegistersCommandsCreatesTheBarPrintsTheBann
     host.Type(L"TRABOUT");
     ASSERT_EQ(host.MessageBoxesShown().size(), 1u);
     EXPECT_EQ(host.MessageBoxesShown()[0].text.rfind(L"Tabrow 2.0 (build 97)", 0), 0u);
+}
+
+// Also a host without sheet sets loads: the manager object stays null.
+TEST_F(TabrowSession, TheRunningBarTakesItsDefaultsFromTheWindowSystemAndTheHostsProfile) {
+    StoreSetting(L"OpenSheetSetInSSM", 1);
+    host.FailAutomationCall(SimAutomationCall::CreateSheetSetManager, hr::kNoInterface, L"");
+    const std::wstring wizard = host.ProfileKey() + L"\\Dialogs\\Sheet Set Wizard";
+    ASSERT_TRUE(host.Registry().CreateKey(RegHive::CurrentUser, wizard));
+    ASSERT_TRUE(host.Registry().SetValue(RegHive::CurrentUser, wizard, L"SheetSetCreatePath",
+                                         {reg::kSz, reg::StringBytes(L"D:\\Sheets\\")}));
+    Load();
+    const HvTabrow& bar = *g_pTabrow;
+    EXPECT_EQ(bar.m_clrBackground, SimSystemLook::kBtnFace);
+    EXPECT_EQ(bar.m_clrTitleBack, SimSystemLook::kBtnFace);
+    EXPECT_EQ(bar.m_clrTitleText, SimSystemLook::kBtnText);
+    const win::LOGFONTW gui = SimSystemLook().DefaultGuiFont();
+    for (const win::LOGFONTW* font : {&bar.m_lfTabFont, &bar.m_lfLabelFont}) {
+        EXPECT_EQ(font->lfHeight, gui.lfHeight);
+        EXPECT_EQ(std::u16string(font->lfFaceName), u"MS Shell Dlg");
+    }
+    EXPECT_EQ(bar.m_strSsSearchPath, L"D:\\Sheets\\");
+    EXPECT_EQ(host.SheetSetManagers(), 0);
+    EXPECT_EQ(host.GetVariable(L"SSMAUTOOPEN"), L"1");
 }
 
 TEST_F(TabrowSession, DemandLoadKeysFollowLoadOnCommand) {
@@ -169,42 +207,39 @@ TEST_F(TabrowSession, BackgroundModeCreatesNothingAndUnloadOnlyWritesOnAndSaysGo
     EXPECT_FALSE(Value(kSettingsKey, L"On"));
 }
 
-TEST_F(TabrowSession, FailedStartWithoutApplicationObjectKeepsTheCommands) {
-    host.SetHasAutomation(false);
-    Load();
-    ASSERT_EQ(host.MessageBoxesShown().size(), 1u);
-    EXPECT_EQ(host.MessageBoxesShown()[0].text,
-              L"Error initializing Tabrow - unable to get application object!");
-    EXPECT_EQ(g_pTabrow, nullptr);
-    EXPECT_EQ(host.Commands().size(), 6u);
-    EXPECT_TRUE(host.IsUnlocked(Packet()));
-
-    // The switches still work as far as they test for the bar.
-    EXPECT_TRUE(host.Type(L"TROFF"));
-    EXPECT_EQ(g_bTabrowOn, 0);
-    EXPECT_TRUE(host.Type(L"TRCMDCENTER"));
-    EXPECT_TRUE(host.Type(L"TRON"));
-    EXPECT_EQ(g_bTabrowOn, 1);
-}
-
-TEST_F(TabrowSession, FailedStartWithoutCommandLineOrWithABrokenAutomationCall) {
-    host.Windows().RemoveDockedCommandLine();
-    Load();
-    ASSERT_EQ(host.MessageBoxesShown().size(), 1u);
-    EXPECT_EQ(host.MessageBoxesShown()[0].text,
-              L"Error initializing Tabrow - not all windows found!");
-    EXPECT_EQ(g_pTabrow, nullptr);
-    EXPECT_EQ(g_hwndFrame, nullptr);  // nothing is stored when one window is missing
-    EXPECT_TRUE(host.HasCommand(L"TRABOUT"));
-    Unload();
-    EXPECT_EQ(host.AutomationReferences(), 0);
-
-    MapModule();
-    host.FailAutomation(hr::kCallRejected, L"Call was rejected by callee.");
-    Load();
-    ASSERT_EQ(host.MessageBoxesShown().size(), 2u);
-    EXPECT_EQ(host.MessageBoxesShown()[1].text,
-              L"Error initializing Tabrow - unable to get application object!");
+// Without the application object or one of the host's windows: one message, no bar, and the
+// commands kept, the switches working as far as they test for the bar.
+TEST_F(TabrowSession, AFailedStartSaysWhyAndKeepsTheCommands) {
+    const std::pair<std::function<void()>, std::wstring> cases[] = {
+        {[this] { host.SetHasAutomation(false); },
+         L"Error initializing Tabrow - unable to get application object!"},
+        {[this] {
+             host.SetHasAutomation(true);
+             host.FailAutomationCall(SimAutomationCall::QueryApplication, hr::kCallRejected, L"");
+         },
+         L"Error initializing Tabrow - unable to get application object!"},
+        {[this] { host.Windows().RemoveDockedCommandLine(); },
+         L"Error initializing Tabrow - not all windows found!"},
+    };
+    for (const auto& [breakHost, message] : cases) {
+        MapModule();
+        breakHost();
+        const std::size_t boxes = host.MessageBoxesShown().size();
+        Load();
+        ASSERT_EQ(host.MessageBoxesShown().size(), boxes + 1);
+        EXPECT_EQ(host.MessageBoxesShown().back().text, message);
+        EXPECT_EQ(g_pTabrow, nullptr);
+        EXPECT_EQ(g_hwndFrame, nullptr);  // nothing is stored when one window is missing
+        EXPECT_EQ(host.Commands().size(), 6u);
+        EXPECT_TRUE(host.IsUnlocked(Packet()));
+        EXPECT_TRUE(host.Type(L"TROFF"));
+        EXPECT_EQ(g_bTabrowOn, 0);
+        EXPECT_TRUE(host.Type(L"TRCMDCENTER"));
+        EXPECT_TRUE(host.Type(L"TRON"));
+        EXPECT_EQ(g_bTabrowOn, 1);
+        Unload();
+        EXPECT_EQ(host.AutomationReferences(), 0);
+    }
 }
 
 TEST_F(TabrowSession, OnZeroStartsHiddenAndTronTroffSwitchWithoutWritingTheSetting) {
@@ -273,6 +308,7 @@ TEST_F(TabrowSession, UnloadGivesTheRoomBackUnlessTheHostQuits) {
     EXPECT_EQ(Count(L" Harvane Tabrow 2.0 (build 97) UNLOADED "), 1u);
     EXPECT_NE(host.CommandLineText().find(std::wstring(80, L'-')), std::wstring::npos);
     EXPECT_EQ(host.AutomationReferences(), 0);
+    EXPECT_EQ(host.SheetSetManagers(), 0);
 
     MapModule();
     Load();
@@ -281,6 +317,14 @@ TEST_F(TabrowSession, UnloadGivesTheRoomBackUnlessTheHostQuits) {
     EXPECT_EQ(g_pMdiClientHook, nullptr);
     EXPECT_EQ(g_pCmdWndHook, nullptr);
     EXPECT_EQ(FrameMoves(), 2u);  // only the first unload refreshed the layout
+    // The hooks stay on their windows and let every position through until the windows die.
+    EXPECT_FALSE(host.Windows().HasOwnProcedure(mdiClient));
+    EXPECT_FALSE(host.Windows().HasOwnProcedure(g_hwndCmdWnd));
+    const win::RECT room{0, 60, 1920, 880};
+    host.Windows().Move(mdiClient, room, true);
+    EXPECT_EQ(host.Windows().RectInParent(mdiClient), room);
+    host.Windows().Destroy(host.Windows().HostFrame());
+    EXPECT_EQ(CSubclassWnd::HookedWindowCount(), 0u);
 }
 
 TEST_F(TabrowSession, StartFindsTheDataFolderOrFallsBackToTheModulesFolder) {

@@ -44,6 +44,8 @@ public:
     ~Session() {
         m_host.Quit();
         acrxEntryPoint(kUnloadAppMsg, Packet());
+        // The host's windows go last, and the hooks left on them with them.
+        m_host.Windows().Destroy(m_host.Windows().HostFrame());
     }
 
     SimHost& Host() { return m_host; }

@@ -72,14 +72,21 @@ TEST_F(SimSession, DocumentsComeAndGoWithTheHostsEventsInOrder) {
     EXPECT_EQ(host.DatabasePort().WorkingDatabase(), nullptr);
 }
 
-TEST_F(SimSession, SavingClearsDbmodUnlessTheDrawingIsReadOnly) {
+TEST_F(SimSession, SavingClearsDbmodAndTheFlagUnlessTheDrawingIsReadOnly) {
     HostDocument* doc = host.OpenDrawing(L"/jobs/plan.dwg");
+    EXPECT_EQ(host.GetVariable(L"DBMOD"), L"0");
+    host.SetDbmod(doc, 4);  // DBMOD alone: the document's flag does not follow
+    EXPECT_FALSE(host.IsModified(doc));
+    EXPECT_EQ(host.GetVariable(L"dbmod"), L"4");
+    host.SetDbmod(doc, 0);
+    host.SetDocumentFlag(doc, true);
     EXPECT_EQ(host.GetVariable(L"DBMOD"), L"0");
     host.Modify(doc);
     EXPECT_TRUE(host.IsModified(doc));
     EXPECT_EQ(host.GetVariable(L"dbmod"), L"1");
     host.Type(L"QSAVE");
     EXPECT_FALSE(host.IsModified(doc));
+    EXPECT_EQ(host.GetVariable(L"DBMOD"), L"0");
     EXPECT_EQ(events.log.back(), L"end QSAVE");
     EXPECT_EQ(events.log[events.log.size() - 2], L"saved plan.dwg /jobs/plan.dwg");
 
@@ -118,6 +125,32 @@ TEST_F(SimSession, AStartedCommandKeepsTheDrawingBusyUntilItEnds) {
     EXPECT_EQ(std::vector<std::wstring>(events.log.end() - 4, events.log.end()),
               (std::vector<std::wstring>{L"start LINE LINE", L"cancel LINE", L"start LINE LINE",
                                          L"end LINE"}));
+}
+
+// A command in another drawing makes it current and busy; reactors hear names in capitals
+// unless told to keep the typed case.
+TEST_F(SimSession, CommandsRunInTheCurrentDrawingAndAreHeardByTheirReportedNames) {
+    HostDocument* site = host.OpenDrawing(L"/jobs/site.dwg");
+    HostDocument* plan = host.OpenDrawing(L"/jobs/plan.dwg");
+    host.SetDbmod(site, 1);
+    std::wstring seen;
+    host.AddCommand({L"T", L"PEEK", L"PEEK", 0, [&] {
+                         seen = host.Title(host.CurDocument()) + L" " +
+                                host.Title(host.MdiActiveDocument()) + L" " +
+                                host.GetVariable(L"DBMOD").value() +
+                                (host.IsQuiescent(site) ? L" -" : L" site") +
+                                (host.IsQuiescent(plan) ? L" -" : L" plan");
+                     }});
+    host.TypeIn(site, L"peek");
+    EXPECT_EQ(seen, L"site.dwg plan.dwg 1 site -");
+    EXPECT_EQ(host.CurDocument(), plan);
+    events.log.clear();
+    host.Type(L"_.peek");
+    EXPECT_EQ(seen, L"plan.dwg plan.dwg 0 - plan");
+    host.ReportCommandsAsTyped(true);
+    host.Type(L"_.peek");
+    EXPECT_EQ(events.log, (std::vector<std::wstring>{L"start PEEK PEEK", L"end PEEK",
+                                                     L"start peek PEEK", L"end peek"}));
 }
 
 TEST_F(SimSession, LispRunsItsCommandsBetweenItsOwnEventsAndAutosavesNeedNoCommand) {
@@ -209,6 +242,18 @@ TEST_F(SimSession, AutomationCanBeMissingOrToldToFail) {
     EXPECT_EQ(raised->Error(), hr::kFail);
     EXPECT_EQ(raised->Description(), L"Unspecified error");
     host.ClearAutomationFailure();
+
+    // One call of one kind fails once; calls of other kinds go through meanwhile.
+    host.FailAutomationCall(SimAutomationCall::QueryApplication, hr::kCallRejected, L"busy");
+    HostSheetSetManager* manager = host.CreateSheetSetManager();
+    EXPECT_EQ(host.SheetSetManagers(), 1);
+    host.Release(manager);
+    raised = failure();
+    ASSERT_TRUE(raised) << "the single failure was not raised";
+    EXPECT_EQ(raised->Error(), hr::kCallRejected);
+    EXPECT_FALSE(failure()) << "the single failure came twice";
+    EXPECT_EQ(host.AutomationReferences(), 1);
+
     host.SetHasAutomation(false);
     raised = failure();
     ASSERT_TRUE(raised) << "a host without automation answered";
