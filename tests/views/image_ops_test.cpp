@@ -26,6 +26,36 @@ Bytes RandomImage(unsigned width, unsigned height, unsigned bpp, std::mt19937& r
     return image;
 }
 
+// What one target column (or row) c of the area path covers, as the reduction is defined:
+// source indices trunc(c * s) to trunc((c + 1) * s + 0.99999999999) - 1, the first weighing 1
+// minus the fraction of c * s, the last the fraction of (c + 1) * s or 1 when that is exactly 0,
+// any between them 1. A residue such as 3.6e-15 is a fraction like any other.
+struct Footprint {
+    unsigned first = 0;
+    unsigned last = 0;
+    double firstWeight = 1;
+    double lastWeight = 1;
+
+    double Weight(unsigned k) const {
+        return k == first ? firstWeight : k == last ? lastWeight : 1.0;
+    }
+};
+
+std::vector<Footprint> Footprints(unsigned source, unsigned target) {
+    const double s = static_cast<double>(source) / target;
+    std::vector<Footprint> out(target);
+    for (unsigned c = 0; c < target; ++c) {
+        const double from = c * s;
+        const double to = (c + 1) * s;
+        out[c].first = static_cast<unsigned>(std::trunc(from));
+        out[c].last = static_cast<unsigned>(std::trunc(to + 0.99999999999)) - 1;
+        out[c].firstWeight = 1.0 - (from - std::trunc(from));
+        const double toFraction = to - std::trunc(to);
+        out[c].lastWeight = toFraction == 0.0 ? 1.0 : toFraction;
+    }
+    return out;
+}
+
 // Area reduction as the formula reads: per target sample, over the footprint's rows and
 // then its columns, sample times column weight times row weight.
 Bytes ReferenceResize(const Bytes& source, unsigned sw, unsigned sh, unsigned bpp, unsigned tw,
@@ -45,44 +75,23 @@ Bytes ReferenceResize(const Bytes& source, unsigned sw, unsigned sh, unsigned bp
                 }
         return target;
     }
-    const double sx = static_cast<double>(sw) / tw;
-    const double sy = static_cast<double>(sh) / th;
-    auto weight = [](unsigned k, double start, double end, unsigned first, unsigned last) {
-        if (k == first)
-            return 1.0 - (start - std::trunc(start));
-        if (k == last && std::trunc(end) == k)
-            return end - std::trunc(end);
-        return 1.0;
-    };
-    auto last = [](double end, unsigned size) {
-        return static_cast<unsigned>(std::min<double>(std::trunc(end + 0.99999999999), size)) - 1;
-    };
-    for (unsigned ty = 0; ty < th; ++ty) {
-        const double y0 = ty * sy;
-        const double y1 = (ty + 1) * sy;
-        const unsigned firstRow = static_cast<unsigned>(y0);
-        const unsigned lastRow = last(y1, sh);
-        for (unsigned tx = 0; tx < tw; ++tx) {
-            const double x0 = tx * sx;
-            const double x1 = (tx + 1) * sx;
-            const unsigned firstColumn = static_cast<unsigned>(x0);
-            const unsigned lastColumn = last(x1, sw);
+    const auto columns = Footprints(sw, tw);
+    const auto rows = Footprints(sh, th);
+    for (unsigned ty = 0; ty < th; ++ty)
+        for (unsigned tx = 0; tx < tw; ++tx)
             for (unsigned c = 0; c < bpp; ++c) {
                 double sum = 0;
                 double weights = 0;
-                for (unsigned y = firstRow; y <= lastRow; ++y) {
-                    const double rw = weight(y, y0, y1, firstRow, lastRow);
-                    for (unsigned x = firstColumn; x <= lastColumn; ++x) {
-                        const double cw = weight(x, x0, x1, firstColumn, lastColumn);
+                for (unsigned y = rows[ty].first; y <= rows[ty].last; ++y)
+                    for (unsigned x = columns[tx].first; x <= columns[tx].last; ++x) {
+                        const double cw = columns[tx].Weight(x);
+                        const double rw = rows[ty].Weight(y);
                         sum += source[(y * sw + x) * bpp + c] * cw * rw;
                         weights += cw * rw;
                     }
-                }
                 target[(ty * tw + tx) * bpp + c] =
                     static_cast<std::uint8_t>(static_cast<int>(sum / weights));
             }
-        }
-    }
     return target;
 }
 
@@ -156,9 +165,9 @@ void ExpectReferenceResize(const std::array<unsigned, 4>& s, unsigned bpp, std::
 TEST(AreaReduction, MatchesTheReferenceOnRandomImagesOfManySizes) {
     std::mt19937 random(7);
     const std::array<unsigned, 4> sizes[] = {
-        {3840, 2160, 178, 100}, {1920, 1080, 178, 100}, {17, 13, 5, 4}, {100, 100, 33, 66},
-        {7, 9, 7, 3},           {256, 102, 178, 71},    {5, 5, 2, 2},   {64, 48, 16, 12},
-        {11, 1, 3, 1},          {1, 11, 1, 4}};
+        {3840, 2160, 178, 100}, {1920, 1080, 178, 100}, {17, 13, 5, 4},  {100, 100, 33, 66},
+        {7, 9, 7, 3},           {256, 102, 178, 71},    {5, 5, 2, 2},    {64, 48, 16, 12},
+        {11, 1, 3, 1},          {1, 11, 1, 4},          {29, 36, 7, 28}, {25, 21, 11, 19}};
     for (const auto& s : sizes)
         for (unsigned bpp : {1u, 3u, 4u})
             if (bpp == 3 || s[0] * s[1] <= 1000000)
@@ -182,6 +191,28 @@ TEST(AreaReduction, EveryKernelGivesTheReferenceBytes) {
         if (IsAreaKernelAvailable(kernel))
             for (const auto& s : sizes)
                 ExpectReferenceResize(s, 3, random, kernel);
+}
+
+// Where (c + 1) * s lands a rounding residue past a whole index (29 / 7 * 7 is
+// 29.000000000000004), the span ends one index before it and that index, fully covered, weighs
+// only the residue: a bright source column there hardly shows.
+TEST(AreaReduction, AnEndJustPastAWholeIndexLeavesTheLastIndexTheResidueAsWeight) {
+    struct Case {
+        unsigned source, target, bright, lit;  // `lit`: the target index holding `bright`
+    };
+    const Case cases[] = {{29, 7, 28, 6}, {36, 28, 26, 20}, {21, 19, 20, 18}};
+    for (const Case& c : cases)
+        for (bool across : {true, false}) {
+            Bytes line(c.source, 0);
+            line[c.bright] = 255;
+            Bytes target(c.target, 0xAB);
+            const unsigned sw = across ? c.source : 1, sh = across ? 1 : c.source;
+            ASSERT_EQ(Resize(line, sw, sh, 1, target, across ? c.target : 1, across ? 1 : c.target),
+                      1);
+            EXPECT_EQ(target[c.lit], 0) << c.source << " to " << c.target << " across " << across;
+            EXPECT_EQ(target, ReferenceResize(line, sw, sh, 1, across ? c.target : 1,
+                                              across ? 1 : c.target));
+        }
 }
 
 TEST(AreaReduction, MovesAConstantImageByAtMostOneDownwards) {
@@ -287,8 +318,12 @@ TEST(FillSolidRect, FillsOneColumnMoreThanTheRectangleAndClips) {
     const win::RECT beyond{15, 15, 40, 40};
     ASSERT_EQ(IS40_FillSolidRect(image.data(), 20, 20, 3, 60, &beyond, 0x808080, 0), 1);
     EXPECT_EQ(image[(19 * 20 + 19) * 3], 0x80);
-    const win::RECT outside{25, 0, 30, 5};
-    EXPECT_EQ(IS40_FillSolidRect(image.data(), 20, 20, 3, 60, &outside, 0xFFFFFF, 0), 1);
+    const Bytes before = image;
+    for (const win::RECT& nothing :
+         {win::RECT{25, 0, 30, 5}, win::RECT{3, 2, 3, 12}, win::RECT{3, 2, 8, 2}}) {
+        EXPECT_EQ(IS40_FillSolidRect(image.data(), 20, 20, 3, 60, &nothing, 0xFFFFFF, 0), 1);
+        EXPECT_EQ(image, before) << nothing.left << "," << nothing.top;
+    }
     const win::RECT whole{0, 0, 19, 20};
     ASSERT_EQ(IS40_FillSolidRect(image.data(), 20, 20, 3, 60, &whole, 0x070707, 0), 1);
     EXPECT_EQ(image, Bytes(image.size(), 7));
