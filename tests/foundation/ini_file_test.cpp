@@ -6,9 +6,9 @@
 #include <sstream>
 
 #include "platform/portable/portable_profile_file.h"
-#include "ports/message_box.h"
 #include "ports/port.h"
 #include "support/disk_file_system.h"
+#include "support/recording_message_boxes.h"
 #include "support/test_files.h"
 
 namespace fs = std::filesystem;
@@ -183,14 +183,6 @@ struct FailingDisk : DiskFileSystem {
     }
 };
 
-struct RecordingMessageBoxes : MessageBoxes {
-    std::vector<std::wstring> shown;
-    int Show(const std::wstring& text, const std::wstring&, unsigned) override {
-        shown.push_back(text);
-        return mb::kIdOk;
-    }
-};
-
 }  // namespace
 
 // A file that can't be opened is an empty temporary copy, quietly; a write that fails is told,
@@ -222,7 +214,7 @@ TEST_F(IniFileTest, StreamCopyFailuresEitherPassQuietlyOrAreToldAndLeaveTheFile)
         EXPECT_TRUE(unwritten.m_bRemoveEmpty);
     }
     ASSERT_EQ(boxes.shown.size(), 1u);
-    EXPECT_NE(boxes.shown[0].find(left), std::wstring::npos);
+    EXPECT_NE(boxes.shown[0].first.find(left), std::wstring::npos);
     EXPECT_TRUE(fs::exists(DiskPath(left)));
     fs::remove(DiskPath(left));
 }

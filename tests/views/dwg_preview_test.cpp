@@ -29,6 +29,15 @@ protected:
         return preview.Read(kPath, true);
     }
 
+    // Paints the file at kPath with a new holder on `back` into `rect` of a black canvas.
+    SoftwareCanvas Painted(win::COLORREF back, const win::RECT& rect, int width, int height) {
+        TrDwgPreview preview(back, false, false);
+        preview.SetFile(kPath);
+        SoftwareCanvas canvas(width, height);
+        preview.Draw(&canvas, rect, win::LOGFONTW{});
+        return canvas;
+    }
+
     MemoryFileSystem files;
     ScopedPort<FileSystem> port{files};
 };
@@ -182,10 +191,8 @@ TEST_F(DwgPreviewTest, AnIndexedPictureCutShortShowsColourEntryZeroWhereItsPixel
     DwgSampleSpec drawing;
     drawing.records = {{2, MakeDib(spec)}};
     const std::string whole = MakeDwg(drawing);
-    TrDwgPreview preview(0x00336699, false, false);
-    ASSERT_EQ(ReadInto(preview, whole.substr(0, whole.size() - 4 * 8)), 1);
-    SoftwareCanvas canvas(8, 8);
-    preview.Draw(&canvas, {0, 0, 8, 8}, win::LOGFONTW{});
+    files.files[kPath] = whole.substr(0, whole.size() - 4 * 8);
+    const SoftwareCanvas canvas = Painted(0x00336699, {0, 0, 8, 8}, 8, 8);
     for (int x = 0; x < 8; ++x) {
         EXPECT_EQ(canvas.PixelAt(x, 3), 0x123456u) << x;
         EXPECT_EQ(canvas.PixelAt(x, 4), DibPatternPixel(spec, x, 4)) << x;
@@ -271,11 +278,7 @@ TEST_F(DwgPreviewTest, DrawFitsThePictureToTheRectangleOnTheBackground) {
         {{0, 0, 100, 100}, {0, 19, 100, 81}},  // 100 / 1.6 = 62 high, from (100 - 62) / 2
     };
     for (const Case& c : cases) {
-        TrDwgPreview preview(0x00204060, false, false);
-        preview.SetFile(kPath);
-        SoftwareCanvas canvas(120, 110);
-        preview.Draw(&canvas, c.rect, win::LOGFONTW{});
-        EXPECT_TRUE(preview.m_bRead);
+        const SoftwareCanvas canvas = Painted(0x00204060, c.rect, 120, 110);
         const win::RECT& p = c.picture;
         EXPECT_EQ(canvas.PixelAt(p.left, p.top), DibPatternPixel(spec, 0, 0)) << p.top;
         EXPECT_EQ(canvas.PixelAt(p.right - 1, p.bottom - 1), DibPatternPixel(spec, 31, 19));
@@ -306,13 +309,8 @@ TEST_F(DwgPreviewTest, DrawPicksTheStretchModeByTheBackground) {
     ASSERT_TRUE(ored != anded && ored != first && anded != first);
     const std::pair<win::COLORREF, win::COLORREF> cases[] = {
         {0x000000, ored}, {0xFFFFFF, anded}, {0x00336699, first}};
-    for (const auto& [back, expected] : cases) {
-        TrDwgPreview preview(back, false, false);
-        preview.SetFile(kPath);
-        SoftwareCanvas canvas(2, 1);
-        preview.Draw(&canvas, {0, 0, 2, 1}, win::LOGFONTW{});
-        EXPECT_EQ(canvas.PixelAt(0, 0), expected) << std::hex << back;
-    }
+    for (const auto& [back, expected] : cases)
+        EXPECT_EQ(Painted(back, {0, 0, 2, 1}, 2, 1).PixelAt(0, 0), expected) << std::hex << back;
 }
 
 TEST_F(DwgPreviewTest, AMissingFileShowsItsErrorInRedLinesCentredInTheRectangle) {
