@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cmath>
+#include <functional>
 #include <optional>
 #include <random>
 #include <thread>
@@ -393,6 +394,32 @@ TEST(ErrorReport, BadArgumentsChangeNothingAndAreLoggedWithNameAndTimeFiftyPlusT
     EXPECT_EQ(state.errorLog.size(), 51u);
     state.suppressDepth = 0;
     EXPECT_EQ(state.nestingDepth, 0);
+}
+
+TEST(ErrorReport, EveryOperationRefusesMissingBuffersAndImpossibleShapesWithCode5) {
+    Bytes image(12, 7);
+    Bytes target(12);
+    const win::RECT rect{0, 0, 1, 1};
+    const std::function<int()> refused[] = {
+        [&] { return IS40_AdjustGamma(nullptr, 2, 2, 3, 6, 1.0, 0); },
+        [&] { return IS40_AdjustGamma(image.data(), 2, 2, 0, 6, 1.0, 0); },
+        [&] { return IS40_QuickRotateImageInPlace(nullptr, 2, 2, 0, 3, 0); },
+        [&] { return IS40_QuickRotateImageInPlace(image.data(), 2, 2, 3, 3, 0); },
+        [&] { return IS40_QuickRotateImageInPlace(image.data(), 2, 2, 0, 0, 0); },
+        [&] { return IS40_FillSolidRect(nullptr, 2, 2, 3, 6, &rect, 0, 0); },
+        [&] { return IS40_FillSolidRect(image.data(), 2, 2, 3, 6, nullptr, 0, 0); },
+        [&] { return IS40_SharpenImage(nullptr, 2, 2, 3, 6, target.data(), 6, 20, 7); },
+        [&] { return IS40_SharpenImage(image.data(), 2, 2, 3, 6, nullptr, 6, 20, 7); },
+        [&] { return IS40_SharpenImage(image.data(), 2, 2, 0, 6, target.data(), 6, 20, 7); },
+        [&] { return IS40_RGBToDIB(nullptr, 2, 2, 6, 0).empty() ? 0 : 1; },
+        [&] { return IS40_RGBToDIB(image.data(), 0, 2, 6, 0).empty() ? 0 : 1; },
+        [&] { return IS40_RGBToDIB(image.data(), 2, 0, 6, 0).empty() ? 0 : 1; },
+    };
+    for (std::size_t i = 0; i < std::size(refused); ++i) {
+        EXPECT_EQ(refused[i](), 0) << i;
+        EXPECT_EQ(ImageLibrary().lastError, kImageBadArgument) << i;
+        EXPECT_EQ(image, Bytes(12, 7)) << i;
+    }
 }
 
 TEST(ErrorReport, EachThreadHasItsOwnState) {
