@@ -330,6 +330,23 @@ TEST(FillSolidRect, FillsOneColumnMoreThanTheRectangleAndClips) {
     EXPECT_EQ(image, Bytes(image.size(), 7));
     EXPECT_EQ(IS40_FillSolidRect(image.data(), 20, 20, 2, 40, &whole, 0, 0), 0);
     EXPECT_EQ(ImageLibrary().lastError, kImageBadArgument);
+
+    // Fills that reach some of the image's edges but not all stay inside their rectangle, in
+    // one byte or four a pixel.
+    for (unsigned bpp : {1u, 4u})
+        for (const win::RECT& part : {win::RECT{0, 0, 19, 10}, win::RECT{0, 10, 19, 20},
+                                      win::RECT{0, 0, 9, 20}, win::RECT{10, 0, 19, 20}}) {
+            Bytes small(20 * 20 * bpp, 0);
+            ASSERT_EQ(IS40_FillSolidRect(small.data(), 20, 20, bpp, 20 * bpp, &part, 0x09090909, 0),
+                      1);
+            for (int y = 0; y < 20; ++y)
+                for (int x = 0; x < 20; ++x) {
+                    const bool inside =
+                        x >= part.left && x <= part.right && y >= part.top && y < part.bottom;
+                    ASSERT_EQ(small[static_cast<std::size_t>(y * 20 + x) * bpp], inside ? 9 : 0)
+                        << bpp << ": " << x << "," << y << " of " << part.left << "," << part.top;
+                }
+        }
 }
 
 TEST(Rotate, TurnsAndComesBackAfterFourQuarterTurns) {
