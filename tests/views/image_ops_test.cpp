@@ -378,6 +378,9 @@ TEST(RgbToDib, WritesABottomUpBgrDibWithPaddedRows) {
     EXPECT_EQ(dib[20], 16);  // biSizeImage
     EXPECT_EQ((Bytes{dib[40], dib[41], dib[42], dib[43]}), (Bytes{12, 11, 10, 0}));
     EXPECT_EQ((Bytes{dib[52], dib[53], dib[54]}), (Bytes{3, 2, 1}));
+    // Eleven pixels are 33 bytes, padded to 36 a row.
+    const Bytes eleven(11 * 2 * 3, 5);
+    EXPECT_EQ(IS40_RGBToDIB(eleven.data(), 11, 2, 33, 0).size(), 40u + 2 * 36);
     EXPECT_TRUE(IS40_RGBToDIB(rgb.data(), 60000, 60000, 180000, 0).empty());
     EXPECT_EQ(ImageLibrary().lastError, kImageOutOfMemory);
 }
