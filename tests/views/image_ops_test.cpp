@@ -299,6 +299,10 @@ TEST(Sharpen, RefusesTheSameBufferAndWidePixels) {
     EXPECT_EQ(ImageLibrary().lastError, kImageBadArgument);
     Bytes target(image.size());
     EXPECT_EQ(IS40_SharpenImage(image.data(), 1, 1, 9, 9, target.data(), 9, 20, 7), 0);
+    const Bytes eight(16, 40);  // two pixels of eight samples are the widest taken
+    Bytes sharpened(16);
+    EXPECT_EQ(IS40_SharpenImage(eight.data(), 2, 1, 8, 16, sharpened.data(), 16, 20, 7), 1);
+    EXPECT_EQ(sharpened, eight);
 }
 
 TEST(FillSolidRect, FillsOneColumnMoreThanTheRectangleAndClips) {
