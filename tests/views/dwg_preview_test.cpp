@@ -153,6 +153,7 @@ TEST_F(DwgPreviewTest, FilesThatCantBeOpenedOrSeekBeforeTheStartGiveFileErrorTex
 TEST_F(DwgPreviewTest, AClaimOfFourGigabytesTakesOnlyWhatTheFileHolds) {
     const std::string dib = MakeDib(SizedDib(20, 10, 8));
     DwgSampleSpec spec = ThreeRecords("AC1015", dib);
+    spec.bodyBytes = 0x10100;  // offsets past 64 KiB, so that their third byte counts
     spec.records[1].claimedSize = 0xFFFFFFFFu;
     spec.records[2].address = 0x7FFFFFF0;
     TrDwgPreview preview;
@@ -375,6 +376,11 @@ TEST_F(DwgPreviewTest, HolderKeepsItsFileAndMakesBitmaps) {
     EXPECT_EQ(preview.CreateBitmap(&screen), nullptr);
     EXPECT_EQ(preview.CreateBitmap(), nullptr);
     EXPECT_EQ(preview.GetImageSize(), (win::SIZE{0, 0}));
+    // A new file starts from the state before any read: version 16, no image, not read.
+    preview.SetFile(L"/dwg/b.dwg");
+    EXPECT_EQ(preview.m_nVersion, 16);
+    EXPECT_EQ(preview.m_rcImage, (win::RECT{}));
+    EXPECT_FALSE(preview.m_bRead);
 }
 
 TEST(DwgVersionTable, TextsAndCodesAreSeparateTablesMatchedExactly) {
