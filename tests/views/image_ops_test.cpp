@@ -323,6 +323,9 @@ TEST(FillSolidRect, FillsOneColumnMoreThanTheRectangleAndClips) {
     const win::RECT beyond{15, 15, 40, 40};
     ASSERT_EQ(IS40_FillSolidRect(image.data(), 20, 20, 3, 60, &beyond, 0x808080, 0), 1);
     EXPECT_EQ(image[(19 * 20 + 19) * 3], 0x80);
+    const win::RECT corner{0, 0, 1, 1};  // two of the samples alike is no grey
+    ASSERT_EQ(IS40_FillSolidRect(image.data(), 20, 20, 3, 60, &corner, 0x00333311, 0), 1);
+    EXPECT_EQ((Bytes{image[0], image[1], image[2]}), (Bytes{0x11, 0x33, 0x33}));
     const Bytes before = image;
     for (const win::RECT& nothing :
          {win::RECT{25, 0, 30, 5}, win::RECT{3, 2, 3, 12}, win::RECT{3, 2, 8, 2}}) {
@@ -382,9 +385,10 @@ TEST(RgbToDib, WritesABottomUpBgrDibWithPaddedRows) {
     EXPECT_EQ(dib[20], 16);  // biSizeImage
     EXPECT_EQ((Bytes{dib[40], dib[41], dib[42], dib[43]}), (Bytes{12, 11, 10, 0}));
     EXPECT_EQ((Bytes{dib[52], dib[53], dib[54]}), (Bytes{3, 2, 1}));
-    // Eleven pixels are 33 bytes, padded to 36 a row.
+    // Eleven pixels are 33 bytes, padded to 36 a row; four are 12, with no padding.
     const Bytes eleven(11 * 2 * 3, 5);
     EXPECT_EQ(IS40_RGBToDIB(eleven.data(), 11, 2, 33, 0).size(), 40u + 2 * 36);
+    EXPECT_EQ(IS40_RGBToDIB(eleven.data(), 4, 2, 12, 0).size(), 40u + 2 * 12);
     EXPECT_TRUE(IS40_RGBToDIB(rgb.data(), 60000, 60000, 180000, 0).empty());
     EXPECT_EQ(ImageLibrary().lastError, kImageOutOfMemory);
 }
