@@ -188,6 +188,9 @@ TEST(AreaReduction, EveryKernelGivesTheReferenceBytes) {
     std::mt19937 random(13);
     const std::array<unsigned, 4> sizes[] = {
         {1920, 1080, 178, 100}, {23, 19, 7, 5}, {2, 2, 1, 1}, {9, 4, 2, 3}};
+    // The plain loop and the best one are there on every processor.
+    ASSERT_TRUE(IsAreaKernelAvailable(AreaKernel::kPlain));
+    ASSERT_TRUE(IsAreaKernelAvailable(AreaKernel::kBest));
     for (AreaKernel kernel : {AreaKernel::kPlain, AreaKernel::kSse2, AreaKernel::kAvx2})
         if (IsAreaKernelAvailable(kernel))
             for (const auto& s : sizes)
