@@ -18,6 +18,11 @@ void CFileInfo::SetFile(const std::wstring& path) {
         m_iIcon = shell.iconIndex;
         m_strTypeName = shell.typeName;
     }
+    // What an earlier file gave goes first: a file that isn't found has no size or date.
+    m_strDate.clear();
+    m_strSize.clear();
+    m_time = 0;
+    m_nLength = 0;
     const auto found = Use<FileSystem>().Find(path);
     if (found.empty())
         return;

@@ -38,15 +38,17 @@ HvIniFile::HvIniFile(std::wistream& text, bool removeEmpty) {
         bytes += ToUtf8(line);
         bytes += '\n';
     }
+    // No file to open: nothing is written, and the object goes on as a temporary copy (an
+    // empty one) without a word. A write that fails on the open file is an error the user is
+    // told of, and the file it began stays behind.
     if (!m_strPath.empty() && !files.WriteAtomic(m_strPath, bytes)) {
-        // The copy failed half-way: the empty file stays behind, as the user is told.
         if (IsInstalled<MessageBoxes>()) {
             Use<MessageBoxes>().Show(L"An error occurred while writing " + m_strPath + L".", L"",
                                      mb::kOk | mb::kIconError);
         }
         return;
     }
-    m_bIsTemp = !m_strPath.empty();
+    m_bIsTemp = true;
     m_bRemoveEmpty = removeEmpty;
 }
 

@@ -66,7 +66,8 @@ public:
     // Draws a packed DIB of `size` bytes into `dest`. Each destination column dx (0-based
     // within dest) stands for the source columns from dx*sw/dw to (dx+1)*sw/dw (integer
     // division, at least one), rows alike; `mode` says how those source pixels combine. A DIB
-    // that can't be decoded draws nothing; pixels whose bytes lie beyond `size` are black.
+    // that can't be decoded draws nothing; bytes beyond `size` read as 0 (black, or colour
+    // entry 0 of an indexed picture).
     virtual void StretchDib(const std::uint8_t* dib, std::size_t size, const win::RECT& dest,
                             StretchMode mode) = 0;
 
@@ -85,4 +86,13 @@ public:
     // A new off-screen canvas of this kind (a memory bitmap compatible with this one), filled
     // black; null when it can't be made.
     virtual std::unique_ptr<Canvas> CreateCompatible(int width, int height) = 0;
+};
+
+// The screen's device: what a bitmap is made compatible with when no device context is given.
+class ScreenDevice {
+public:
+    virtual ~ScreenDevice() = default;
+
+    // A canvas over the screen for the length of one use; null when there is none.
+    virtual std::unique_ptr<Canvas> OpenScreen() = 0;
 };

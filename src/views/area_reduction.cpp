@@ -196,12 +196,17 @@ AreaAxis BuildAreaAxis(unsigned source, unsigned target) {
         span.first = first;
         span.count = last - first + 1;
         span.weightOffset = axis.weights.size();
+        // The last index takes the fraction of the end even when that fraction is only the
+        // rounding residue of (i + 1) * scale, such as 3.6e-15 at 29.000000000000004: the whole
+        // last source index then counts for next to nothing. The reduction has always weighed
+        // it so, and thumbnails are compared against what it made.
+        const double endFraction = Fraction(end);
         for (unsigned k = first; k <= last; ++k) {
             double weight = 1.0;
             if (k == first)
                 weight = 1.0 - Fraction(start);
-            else if (k == last && std::trunc(end) == k)
-                weight = Fraction(end);
+            else if (k == last && endFraction != 0.0)
+                weight = endFraction;
             axis.weights.push_back(weight);
         }
     }

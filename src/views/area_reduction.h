@@ -38,9 +38,9 @@ struct AreaAxis {
 };
 
 // Target index i covers the source interval [i * scale, (i + 1) * scale), scale = source /
-// target. The first source index gets 1 minus the fraction of its start, the last the fraction
-// of the end (1 when the end falls on a whole index), those between 1. The last index is
-// kept inside the source.
+// target. The source indices are trunc(i * scale) to trunc((i + 1) * scale + 0.99999999999) - 1.
+// The first gets 1 minus the fraction of its start, the last the fraction of the end (1 only
+// when that fraction is exactly 0), those between 1. The last index is kept inside the source.
 AreaAxis BuildAreaAxis(unsigned source, unsigned target);
 
 // The loops that add up three-sample pixels; the best one the processor has is the default.

@@ -1,5 +1,8 @@
 #include "views/dib.h"
 
+#include <algorithm>
+#include <cstring>
+
 namespace {
 
 std::uint32_t Read32(const std::uint8_t* p, std::size_t size, std::size_t offset) {
@@ -45,6 +48,96 @@ std::uint8_t MaskedSample(std::uint32_t value, std::uint32_t mask) {
     const std::uint64_t maximum = mask >> shift;
     const std::uint64_t field = (value & mask) >> shift;
     return static_cast<std::uint8_t>((field * 255 + maximum / 2) / maximum);
+}
+
+constexpr std::uint32_t kRunLength8 = 1;
+constexpr std::uint32_t kRunLength4 = 2;
+
+void Write32(std::uint8_t* p, std::uint32_t value) {
+    for (int i = 0; i < 4; ++i)
+        p[i] = static_cast<std::uint8_t>(value >> (8 * i));
+}
+
+// Walks the runs of a run-length DIB, bottom row first, and puts each pixel's colour index.
+class RunLengthReader {
+public:
+    RunLengthReader(const std::uint8_t* dib, std::size_t size, unsigned bits)
+        : m_pDib(dib), m_nSize(size), m_nAt(DibBitsOffset(dib, size)), m_b4(bits == 4) {}
+
+    // Calls put(x, y, index) for every pixel the runs give, y counted from the bottom.
+    template <class Put>
+    void Read(std::int64_t height, Put put) {
+        std::int64_t x = 0;
+        std::int64_t y = 0;
+        while (y < height && m_nAt + 2 <= m_nSize) {
+            const unsigned count = m_pDib[m_nAt++];
+            const unsigned value = m_pDib[m_nAt++];
+            if (count > 0) {
+                // A run: one index repeated, or two nibbles taking turns.
+                for (unsigned i = 0; i < count; ++i, ++x)
+                    put(x, y, m_b4 ? (i % 2 == 0 ? value >> 4 : value & 15) : value);
+            } else if (value == 0) {
+                x = 0;
+                ++y;
+            } else if (value == 1) {
+                break;
+            } else if (value == 2) {
+                x += Next();
+                y += Next();
+            } else {
+                // `value` indices as they stand, padded to a 16-bit boundary.
+                const std::size_t start = m_nAt;
+                for (unsigned i = 0; i < value; ++i, ++x) {
+                    const unsigned byte = At(start + (m_b4 ? i / 2 : i));
+                    put(x, y, m_b4 ? (i % 2 == 0 ? byte >> 4 : byte & 15) : byte);
+                }
+                const std::size_t used = m_b4 ? (value + 1) / 2 : value;
+                m_nAt = start + used + used % 2;
+            }
+        }
+    }
+
+private:
+    unsigned At(std::size_t offset) const { return offset < m_nSize ? m_pDib[offset] : 0; }
+    unsigned Next() { return At(m_nAt++); }
+
+    const std::uint8_t* m_pDib;  // not owned
+    std::size_t m_nSize;
+    std::size_t m_nAt;
+    bool m_b4;
+};
+
+// The picture of a run-length DIB (8 bits, or 4) as an uncompressed one of 8 bits with the same
+// colour table; pixels no run reaches are index 0. Empty for any other DIB.
+DibBlock ExpandRunLengths(const std::uint8_t* dib, std::size_t size) {
+    if (!IsInfoHeader(dib, size))
+        return {};
+    const std::uint32_t compression = Read32(dib, size, 16);
+    const unsigned bits = DibBitCount(dib, size);
+    if (!(compression == kRunLength8 && bits == 8) && !(compression == kRunLength4 && bits == 4))
+        return {};
+    const std::int64_t width = DibWidth(dib, size);
+    const std::int64_t height = DibHeight(dib, size);
+    if (width <= 0 || height <= 0 ||
+        static_cast<std::uint64_t>(width) * static_cast<std::uint64_t>(height) >
+            DibPixels::kMaxPixels)
+        return {};
+    const unsigned colors = DibNumColors(dib, size);
+    const std::size_t bitsOffset = kInfoHeaderSize + 4u * colors;
+    const std::size_t rowBytes = static_cast<std::size_t>(width + 3) / 4 * 4;
+    DibBlock out(bitsOffset + rowBytes * static_cast<std::size_t>(height), 0);
+    std::memcpy(out.data(), dib, std::min(size, bitsOffset));
+    out[14] = 8;
+    out[15] = 0;
+    Write32(&out[16], 0);       // no compression
+    Write32(&out[20], 0);       // image size: the rows say it
+    Write32(&out[32], colors);  // the table keeps its length at 8 bits
+    RunLengthReader(dib, size, bits).Read(height, [&](std::int64_t x, std::int64_t y, unsigned i) {
+        if (x < width && y < height)
+            out[bitsOffset + static_cast<std::size_t>(y) * rowBytes + static_cast<std::size_t>(x)] =
+                static_cast<std::uint8_t>(i);
+    });
+    return out;
 }
 
 }  // namespace
@@ -173,9 +266,9 @@ win::COLORREF DibPixels::At(int x, int y) const {
     const std::size_t start = m_nBitsOffset + row * m_nRowBytes;
     const std::size_t bit = static_cast<std::size_t>(x) * m_nBits;
     if (m_nBits <= 8) {
+        // A byte beyond the block reads as 0, so a picture cut short shows colour entry 0
+        // there, as it would from a zero-filled block of the size its header claims.
         const std::uint32_t byte = ReadBits(start + bit / 8, 1);
-        if (start + bit / 8 >= m_nSize)
-            return 0;
         const unsigned shift = 8 - m_nBits - static_cast<unsigned>(bit % 8);
         const std::uint32_t index = (byte >> shift) & ((1u << m_nBits) - 1);
         return index < m_palette.size() ? m_palette[index] : 0;
@@ -195,6 +288,11 @@ win::COLORREF DibPixels::At(int x, int y) const {
 
 bool DibToRgb(const std::uint8_t* dib, std::size_t size, std::vector<std::uint8_t>& rgb, int& width,
               int& height) {
+    const DibBlock expanded = ExpandRunLengths(dib, size);
+    if (!expanded.empty()) {
+        dib = expanded.data();
+        size = expanded.size();
+    }
     const DibPixels pixels(dib, size);
     if (!pixels.IsValid())
         return false;

@@ -44,8 +44,8 @@ inline int DibSetPaletteEntry(DibBlock& dib, unsigned index, win::COLORREF color
 
 // Random access to the pixels of a DIB for drawing and conversion. Uncompressed DIBs of 1, 4,
 // 8, 16, 24 and 32 bits, with BI_RGB or BI_BITFIELDS, rows from the bottom or (negative height)
-// from the top. Pixels whose bytes lie beyond the block, and indices beyond the colour table,
-// read as black.
+// from the top. Bytes beyond the block read as 0: an indexed pixel there is colour entry 0, any
+// other black, as is an index beyond the colour table.
 class DibPixels {
 public:
     // Pictures larger than this many pixels are refused: no stored preview comes near it, and
@@ -76,6 +76,8 @@ private:
     std::vector<win::COLORREF> m_palette;
 };
 
-// The whole DIB as an RGB buffer, tight rows from the top; false if it can't be decoded.
+// The whole DIB as an RGB buffer, tight rows from the top; false if it can't be decoded. Unlike
+// DibPixels it also reads run-length DIBs of 8 and 4 bits, expanded first, with pixels that no
+// run reaches in colour entry 0.
 bool DibToRgb(const std::uint8_t* dib, std::size_t size, std::vector<std::uint8_t>& rgb, int& width,
               int& height);

@@ -48,7 +48,8 @@ public:
     void SetBackColor(win::COLORREF color);
     bool IsFile(const std::wstring& path) const;
     win::SIZE GetImageSize() const;
-    std::unique_ptr<Canvas> CreateBitmap(Canvas* dc) const;
+    // A bitmap of the picture for `dc`, or for the screen when `dc` is null; null without one.
+    std::unique_ptr<Canvas> CreateBitmap(Canvas* dc = nullptr) const;
     // Rewrites the entries the host draws background and foreground with, for m_crBack.
     void FitPalette();
 

@@ -1,5 +1,6 @@
 // The image operations that meet a canvas: bitmaps in and out, drawing, and the tint.
 
+#include "ports/port.h"
 #include "views/image_library.h"
 #include "views/image_ops.h"
 
@@ -21,6 +22,12 @@ int IS40_HBITMAPToRGB(Canvas* bitmap, BYTE* rgb) {
 std::unique_ptr<Canvas> IS40_DIBToHBITMAP(const BYTE* dib, std::size_t size, Canvas* dc) {
     static const char* const kName = "IS40_DIBToHBITMAP";
     ImageOperationScope scope;
+    // Without a device the bitmap is made for the screen's, held for this call only.
+    std::unique_ptr<Canvas> screen;
+    if (dc == nullptr && IsInstalled<ScreenDevice>()) {
+        screen = Use<ScreenDevice>().OpenScreen();
+        dc = screen.get();
+    }
     const DibPixels pixels(dib, size);
     if (dc == nullptr || !pixels.IsValid()) {
         ReportImageError(dc == nullptr ? kImageNoDevice : kImageCreateBitmapFailed, kName);

@@ -114,6 +114,9 @@ int IS40_FillSolidRect(BYTE* image, UINT width, UINT height, UINT bytesPerPixel,
     if (image == nullptr || rect == nullptr ||
         (bytesPerPixel != 1 && bytesPerPixel != 3 && bytesPerPixel != 4))
         return Finish(kImageBadArgument, kName);
+    // A rectangle of no width or height fills nothing, extra column or not.
+    if (rect->right == rect->left || rect->bottom == rect->top)
+        return Finish(kImageOk, kName);
     // One column more than the rectangle is wide, and no extra row: callers allow for it.
     std::int64_t left = rect->left;
     std::int64_t top = rect->top;

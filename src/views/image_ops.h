@@ -29,7 +29,8 @@ using DWORD = std::uint32_t;
 // The pixels of `bitmap` into `rgb`, which holds width * height * 3 bytes.
 int IS40_HBITMAPToRGB(Canvas* bitmap, BYTE* rgb);
 
-// A new bitmap of the DIB (of `size` bytes), made compatible with `dc`; null on failure.
+// A new bitmap of the DIB (of `size` bytes), made compatible with `dc`, or with the screen's
+// device when `dc` is null; null on failure.
 std::unique_ptr<Canvas> IS40_DIBToHBITMAP(const BYTE* dib, std::size_t size, Canvas* dc);
 
 // A 24-bit DIB of the buffer, rows from the bottom; empty on failure.
@@ -56,7 +57,8 @@ struct SmoothTextRequest {
 int IS40_DrawSmoothTextOnRGB2(BYTE* image, UINT width, UINT height, UINT stride,
                               const SmoothTextRequest& request);
 
-// Fills columns left..right (one more than the rectangle's width) and rows top..bottom-1.
+// Fills columns left..right (one more than the rectangle's width) and rows top..bottom-1; a
+// rectangle of zero width or height fills nothing.
 int IS40_FillSolidRect(BYTE* image, UINT width, UINT height, UINT bytesPerPixel, UINT stride,
                        const win::RECT* rect, win::COLORREF color, DWORD flags);
 

@@ -4,9 +4,9 @@
 
 #include <filesystem>
 
-#include "support/disk_file_system.h"
 #include "ports/port.h"
 #include "ports/shell.h"
+#include "support/disk_file_system.h"
 #include "support/test_files.h"
 
 namespace fs = std::filesystem;
@@ -73,10 +73,17 @@ TEST_F(FileInfoTest, ReadsSizeTimeAndShellDetailsOfAFile) {
 }
 
 TEST_F(FileInfoTest, MissingFileKeepsEmptyTexts) {
-    const CFileInfo info(scratch.File(L"gone.dwg"));
-    EXPECT_EQ(info.m_iIcon, -1);
-    EXPECT_TRUE(info.m_strDate.empty());
-    EXPECT_TRUE(info.m_strSize.empty());
-    EXPECT_EQ(info.m_time, 0);
-    EXPECT_EQ(info.m_path.GetFileName(), L"gone.dwg");
+    scratch.Write(L"there.dwg", "12345");
+    CFileInfo fresh(scratch.File(L"gone.dwg"));
+    CFileInfo reused(scratch.File(L"there.dwg"));
+    ASSERT_EQ(reused.m_strSize, L"5 bytes");
+    reused.SetFile(scratch.File(L"gone.dwg"));
+    for (const CFileInfo* info : {&fresh, &reused}) {
+        EXPECT_EQ(info->m_iIcon, -1);
+        EXPECT_EQ(info->m_strDate, L"");
+        EXPECT_EQ(info->m_strSize, L"");
+        EXPECT_EQ(info->m_time, 0);
+        EXPECT_EQ(info->m_nLength, 0u);
+        EXPECT_EQ(info->m_path.GetFileName(), L"gone.dwg");
+    }
 }

@@ -5,22 +5,14 @@
 #include <filesystem>
 
 #include "ports/folder_dialog.h"
-#include "ports/message_box.h"
 #include "ports/port.h"
 #include "support/disk_file_system.h"
+#include "support/recording_message_boxes.h"
 #include "support/test_files.h"
 
 namespace fs = std::filesystem;
 
 namespace {
-
-struct RecordingMessageBoxes : MessageBoxes {
-    std::vector<std::pair<std::wstring, unsigned>> shown;
-    int Show(const std::wstring& text, const std::wstring&, unsigned flags) override {
-        shown.emplace_back(text, flags);
-        return mb::kIdOk;
-    }
-};
 
 struct ScriptedFolderDialog : FolderDialog {
     std::optional<std::wstring> answer;

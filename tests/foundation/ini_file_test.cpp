@@ -8,6 +8,7 @@
 #include "platform/portable/portable_profile_file.h"
 #include "ports/port.h"
 #include "support/disk_file_system.h"
+#include "support/recording_message_boxes.h"
 #include "support/test_files.h"
 
 namespace fs = std::filesystem;
@@ -49,13 +50,16 @@ std::size_t BufferUsed(const Lines& lines) {
 
 TEST_F(IniFileTest, EmptyValuesReadAsTheDefault) {
     scratch.Write(L"Company.worksets",
-                  "[s]\nempty=\nbool=TRUE\nzero=0\nblank= 1\none=1\n"
+                  "[s]\nempty=\nbool=TRUE\nzero=0\nblank= 1\nquoted=\" 1\"\none=1\n"
                   "yes=yes\nnum=2.5e1\nword=abc\n");
     EXPECT_EQ(ini.GetString(L"s", L"empty", L"dflt"), L"dflt");
     EXPECT_EQ(ini.GetString(L"S", L"WORD"), L"abc");
     EXPECT_TRUE(ini.GetBool(L"s", L"bool", false));
     EXPECT_FALSE(ini.GetBool(L"s", L"zero", true));
-    EXPECT_TRUE(ini.GetBool(L"s", L"blank", false)) << "the profile reader takes the blank off";
+    // The profile reader takes blanks around a value off; only quotes keep one, and then " 1"
+    // is not "1".
+    EXPECT_TRUE(ini.GetBool(L"s", L"blank", false));
+    EXPECT_FALSE(ini.GetBool(L"s", L"quoted", true));
     EXPECT_TRUE(ini.GetBool(L"s", L"one", false));
     EXPECT_FALSE(ini.GetBool(L"s", L"yes", true));
     EXPECT_TRUE(ini.GetBool(L"s", L"missing", true));
@@ -163,6 +167,56 @@ TEST_F(IniFileTest, StatedLimitsHoldAsUpperLimits) {
     const std::size_t copied = BufferUsed(LinesOf(L"copy"));
     EXPECT_LE(copied, HvIniFile::kCopyLimit);
     EXPECT_GT(copied, HvIniFile::kCopyLimit - 20);
+}
+
+namespace {
+
+// The disk, but with no temporary name to be had, or with every write refused.
+struct FailingDisk : DiskFileSystem {
+    bool noUniqueFile = false;
+    bool refuseWrites = false;
+    std::wstring CreateUniqueFile(const std::wstring& folder, const std::wstring& prefix) override {
+        return noUniqueFile ? std::wstring() : DiskFileSystem::CreateUniqueFile(folder, prefix);
+    }
+    bool WriteAtomic(const std::wstring& path, const std::string& bytes) override {
+        return !refuseWrites && DiskFileSystem::WriteAtomic(path, bytes);
+    }
+};
+
+}  // namespace
+
+// A file that can't be opened is an empty temporary copy, quietly; a write that fails is told,
+// and leaves its file behind as no temporary copy.
+TEST_F(IniFileTest, StreamCopyFailuresEitherPassQuietlyOrAreToldAndLeaveTheFile) {
+    RecordingMessageBoxes boxes;
+    ScopedPort<MessageBoxes> boxPort(boxes);
+    FailingDisk failing;
+    failing.noUniqueFile = true;
+    ScopedPort<FileSystem> failingPort(failing);
+    std::wistringstream reply(L"[Update]\nVersion=2.0.5\n");
+    {
+        const HvIniFile unopened(reply, false);
+        EXPECT_TRUE(unopened.m_bIsTemp);
+        EXPECT_FALSE(unopened.m_bRemoveEmpty);
+        EXPECT_EQ(unopened.GetString(L"update", L"version", L"none"), L"none");
+    }
+    EXPECT_TRUE(boxes.shown.empty());
+
+    failing.noUniqueFile = false;
+    failing.refuseWrites = true;
+    reply.clear();
+    reply.seekg(0);
+    std::wstring left;
+    {
+        const HvIniFile unwritten(reply, false);
+        left = unwritten.m_strPath;
+        EXPECT_FALSE(unwritten.m_bIsTemp);
+        EXPECT_TRUE(unwritten.m_bRemoveEmpty);
+    }
+    ASSERT_EQ(boxes.shown.size(), 1u);
+    EXPECT_NE(boxes.shown[0].first.find(left), std::wstring::npos);
+    EXPECT_TRUE(fs::exists(DiskPath(left)));
+    fs::remove(DiskPath(left));
 }
 
 TEST_F(IniFileTest, StreamCopyIsATemporaryFileRemovedAtTheEnd) {

@@ -76,14 +76,25 @@ TEST(Dib, PaletteEntriesBeyondTheCountAreNeitherReadNorWritten) {
     EXPECT_EQ(DibSetPaletteEntry(cut, 20, 0x123456), 0);
 }
 
-TEST(Dib, HeadersThatPromiseMoreThanTheBytesHoldReadBlackBeyondTheEnd) {
+// Bytes past the block read as zero: black for direct colours, colour entry 0 for indices.
+TEST(Dib, HeadersThatPromiseMoreThanTheBytesHoldReadZeroBytesBeyondTheEnd) {
+    for (int bits : {1, 4, 8, 24}) {
+        DibSpec spec = SizedDib(16, 16, bits);
+        spec.palette = {win::COLORREF{0x123456}};
+        auto dib = Block(MakeDib(spec));
+        const std::size_t rowBytes = (16u * static_cast<unsigned>(bits) + 31) / 32 * 4;
+        // Three of sixteen rows (bottom-up: the last three), and a quarter of the next.
+        dib.resize(DibBitsOffset(dib.data(), dib.size()) + rowBytes * 3 + rowBytes / 4);
+        const DibPixels pixels(dib.data(), dib.size());
+        ASSERT_TRUE(pixels.IsValid());
+        EXPECT_EQ(pixels.At(0, 15), DibPatternPixel(spec, 0, 15)) << bits;
+        EXPECT_EQ(pixels.At(0, 12), DibPatternPixel(spec, 0, 12)) << bits;
+        EXPECT_EQ(pixels.At(15, 12), bits == 24 ? 0u : 0x123456u) << bits;
+        EXPECT_EQ(pixels.At(0, 0), bits == 24 ? 0u : 0x123456u) << bits;
+    }
     const DibSpec spec = SizedDib(16, 16, 24);
     auto dib = Block(MakeDib(spec));
-    dib.resize(40 + 48 * 3);  // three of sixteen rows (bottom-up: the last three)
-    const DibPixels pixels(dib.data(), dib.size());
-    ASSERT_TRUE(pixels.IsValid());
-    EXPECT_EQ(pixels.At(0, 15), DibPatternPixel(spec, 0, 15));
-    EXPECT_EQ(pixels.At(0, 0), 0u);
+    dib.resize(40 + 48 * 3);
 
     // A claim of 60000 by 60000 pixels is refused, not allocated.
     auto huge = Block(MakeDib(SizedDib(2, 2, 24)));
@@ -98,4 +109,44 @@ TEST(Dib, HeadersThatPromiseMoreThanTheBytesHoldReadBlackBeyondTheEnd) {
 
     for (std::size_t cut = 0; cut < 12; ++cut)
         EXPECT_FALSE(DibPixels(dib.data(), cut).IsValid()) << cut;
+}
+
+// Run-length pictures read back expanded: runs, absolute stretches with their padding, a
+// jump, ends of lines and of the picture; what no run reaches is colour entry 0.
+TEST(Dib, RunLengthPicturesAreExpandedWhenReadBack) {
+    struct Case {
+        int bits;
+        std::vector<std::uint8_t> runs;
+        std::vector<unsigned> indices;  // rows from the top
+    };
+    const Case cases[] = {
+        {8,
+         {3, 5, 1, 7, 0, 0,         // bottom row: three 5s, a 7, end of line
+          0, 3, 1, 2, 3, 0,         // 1 2 3 as they stand, padded to a whole word
+          0, 2, 0, 1, 1, 9, 0, 1},  // one row up, a 9, end of picture
+         {0, 0, 0, 9, 1, 2, 3, 0, 5, 5, 5, 7}},
+        {4,
+         {4, 0xAB, 0, 0,                    // nibbles taking turns
+          0, 3, 0x12, 0x30, 1, 0xC0, 0, 0,  // three nibbles in two bytes, no padding
+          0, 2, 1, 0, 1, 0xD0},             // one to the right, a 13, and no end mark
+         {0, 13, 0, 0, 1, 2, 3, 12, 10, 11, 10, 11}},
+    };
+    for (const Case& c : cases) {
+        std::string dib = MakeDib(SizedDib(4, 3, c.bits));  // 4 by 3 pixels
+        const auto plain = Block(dib);
+        dib.resize(DibBitsOffset(plain.data(), plain.size()));
+        dib[16] = static_cast<char>(c.bits == 8 ? 1 : 2);
+        dib.append(c.runs.begin(), c.runs.end());
+        std::vector<std::uint8_t> rgb;
+        int w = 0, h = 0;
+        ASSERT_TRUE(
+            DibToRgb(reinterpret_cast<const std::uint8_t*>(dib.data()), dib.size(), rgb, w, h))
+            << c.bits;
+        ASSERT_EQ(w * h, static_cast<int>(c.indices.size()));
+        for (std::size_t i = 0; i < c.indices.size(); ++i) {
+            const std::uint8_t* p = &rgb[i * 3];
+            EXPECT_EQ(win::MakeColor(p[0], p[1], p[2]), DibGetPaletteEntry(plain, c.indices[i]))
+                << c.bits << " bits, pixel " << i;
+        }
+    }
 }

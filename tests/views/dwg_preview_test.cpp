@@ -29,6 +29,15 @@ protected:
         return preview.Read(kPath, true);
     }
 
+    // Paints the file at kPath with a new holder on `back` into `rect` of a black canvas.
+    SoftwareCanvas Painted(win::COLORREF back, const win::RECT& rect, int width, int height) {
+        TrDwgPreview preview(back, false, false);
+        preview.SetFile(kPath);
+        SoftwareCanvas canvas(width, height);
+        preview.Draw(&canvas, rect, win::LOGFONTW{});
+        return canvas;
+    }
+
     MemoryFileSystem files;
     ScopedPort<FileSystem> port{files};
 };
@@ -144,6 +153,7 @@ TEST_F(DwgPreviewTest, FilesThatCantBeOpenedOrSeekBeforeTheStartGiveFileErrorTex
 TEST_F(DwgPreviewTest, AClaimOfFourGigabytesTakesOnlyWhatTheFileHolds) {
     const std::string dib = MakeDib(SizedDib(20, 10, 8));
     DwgSampleSpec spec = ThreeRecords("AC1015", dib);
+    spec.bodyBytes = 0x10100;  // offsets past 64 KiB, so that their third byte counts
     spec.records[1].claimedSize = 0xFFFFFFFFu;
     spec.records[2].address = 0x7FFFFFF0;
     TrDwgPreview preview;
@@ -171,6 +181,22 @@ TEST_F(DwgPreviewTest, AFileCutAtAnyOffsetGivesADefinedOutcomeAndDrawsSafely) {
         std::vector<std::uint8_t> rgb;
         int w = 0, h = 0;
         DibToRgb(preview.m_hDib.data(), preview.m_hDib.size(), rgb, w, h);
+    }
+}
+
+// The file ends four rows into the picture's pixels: the missing upper rows show colour
+// entry 0, as they would from the zero-filled block the picture is copied into.
+TEST_F(DwgPreviewTest, AnIndexedPictureCutShortShowsColourEntryZeroWhereItsPixelsAreMissing) {
+    DibSpec spec = SizedDib(8, 8, 8);
+    spec.palette = {win::COLORREF{0x123456}};
+    DwgSampleSpec drawing;
+    drawing.records = {{2, MakeDib(spec)}};
+    const std::string whole = MakeDwg(drawing);
+    files.files[kPath] = whole.substr(0, whole.size() - 4 * 8);
+    const SoftwareCanvas canvas = Painted(0x00336699, {0, 0, 8, 8}, 8, 8);
+    for (int x = 0; x < 8; ++x) {
+        EXPECT_EQ(canvas.PixelAt(x, 3), 0x123456u) << x;
+        EXPECT_EQ(canvas.PixelAt(x, 4), DibPatternPixel(spec, x, 4)) << x;
     }
 }
 
@@ -239,20 +265,53 @@ TEST_F(DwgPreviewTest, PaletteFittingFollowsVersionWriterAndSentinel) {
     EXPECT_EQ(DibGetPaletteEntry(preview.m_hDib, 0), 0u);
 }
 
+// The picture keeps its shape (32:20) inside the rectangle, centred across the side that is
+// too long for it: a wide rectangle is fitted by its height, a tall one by its width.
 TEST_F(DwgPreviewTest, DrawFitsThePictureToTheRectangleOnTheBackground) {
     const DibSpec spec = SizedDib(32, 20, 24);
-    TrDwgPreview preview(0x00204060, false, false);
     files.files[kPath] = MakeDwg(ThreeRecords("AC1015", MakeDib(spec)));
-    preview.SetFile(kPath);
-    SoftwareCanvas canvas(120, 60);
-    // 100 by 50 is wider than 32:20, so the picture is 80 wide, from column 10 + 10.
-    preview.Draw(&canvas, {10, 5, 110, 55}, win::LOGFONTW{});
-    EXPECT_TRUE(preview.m_bRead);
-    EXPECT_EQ(canvas.PixelAt(19, 30), 0x00204060u);
-    EXPECT_EQ(canvas.PixelAt(20, 5), DibPatternPixel(spec, 0, 0));
-    EXPECT_EQ(canvas.PixelAt(99, 54), DibPatternPixel(spec, 31, 19));
-    EXPECT_EQ(canvas.PixelAt(100, 30), 0x00204060u);
-    EXPECT_EQ(canvas.PixelAt(5, 30), 0u);  // outside the rectangle nothing is painted
+    struct Case {
+        win::RECT rect;
+        win::RECT picture;
+    };
+    const Case cases[] = {
+        {{10, 5, 110, 55}, {20, 5, 100, 55}},  // 50 * 1.6 = 80 wide, from 10 + (100 - 80) / 2
+        {{0, 0, 100, 100}, {0, 19, 100, 81}},  // 100 / 1.6 = 62 high, from (100 - 62) / 2
+    };
+    for (const Case& c : cases) {
+        const SoftwareCanvas canvas = Painted(0x00204060, c.rect, 120, 110);
+        const win::RECT& p = c.picture;
+        EXPECT_EQ(canvas.PixelAt(p.left, p.top), DibPatternPixel(spec, 0, 0)) << p.top;
+        EXPECT_EQ(canvas.PixelAt(p.right - 1, p.bottom - 1), DibPatternPixel(spec, 31, 19));
+        const bool byHeight = p.top == c.rect.top;
+        const int midX = (p.left + p.right) / 2;
+        const int midY = (p.top + p.bottom) / 2;
+        EXPECT_EQ(byHeight ? canvas.PixelAt(p.left - 1, midY) : canvas.PixelAt(midX, p.top - 1),
+                  0x00204060u);
+        EXPECT_EQ(byHeight ? canvas.PixelAt(p.right, midY) : canvas.PixelAt(midX, p.bottom),
+                  0x00204060u);
+        EXPECT_EQ(canvas.PixelAt(c.rect.right + 1, c.rect.bottom + 1), 0u);  // nothing outside
+    }
+}
+
+// Halving a picture combines each 2 by 2 block: ORed on black, ANDed on white, and on any other
+// background the block's first pixel stands for it.
+TEST_F(DwgPreviewTest, DrawPicksTheStretchModeByTheBackground) {
+    const DibSpec spec = SizedDib(4, 2, 24);
+    files.files[kPath] = MakeDwg(ThreeRecords("AC1015", MakeDib(spec)));
+    win::COLORREF ored = 0;
+    win::COLORREF anded = 0xFFFFFF;
+    for (int y = 0; y < 2; ++y)
+        for (int x = 0; x < 2; ++x) {
+            ored |= DibPatternPixel(spec, x, y);
+            anded &= DibPatternPixel(spec, x, y);
+        }
+    const win::COLORREF first = DibPatternPixel(spec, 0, 0);
+    ASSERT_TRUE(ored != anded && ored != first && anded != first);
+    const std::pair<win::COLORREF, win::COLORREF> cases[] = {
+        {0x000000, ored}, {0xFFFFFF, anded}, {0x00336699, first}};
+    for (const auto& [back, expected] : cases)
+        EXPECT_EQ(Painted(back, {0, 0, 2, 1}, 2, 1).PixelAt(0, 0), expected) << std::hex << back;
 }
 
 TEST_F(DwgPreviewTest, AMissingFileShowsItsErrorInRedLinesCentredInTheRectangle) {
@@ -308,9 +367,20 @@ TEST_F(DwgPreviewTest, HolderKeepsItsFileAndMakesBitmaps) {
     const std::unique_ptr<Canvas> bitmap = preview.CreateBitmap(&screen);
     ASSERT_NE(bitmap, nullptr);
     EXPECT_EQ(bitmap->Width(), 6);
+    SoftwareScreen screenDevice(10, 10);
+    const ScopedPort<ScreenDevice> screenPort(screenDevice);
+    const std::unique_ptr<Canvas> forScreen = preview.CreateBitmap();
+    ASSERT_NE(forScreen, nullptr);
+    EXPECT_EQ(forScreen->Height(), 4);
     preview.Clear();
     EXPECT_EQ(preview.CreateBitmap(&screen), nullptr);
+    EXPECT_EQ(preview.CreateBitmap(), nullptr);
     EXPECT_EQ(preview.GetImageSize(), (win::SIZE{0, 0}));
+    // A new file starts from the state before any read: version 16, no image, not read.
+    preview.SetFile(L"/dwg/b.dwg");
+    EXPECT_EQ(preview.m_nVersion, 16);
+    EXPECT_EQ(preview.m_rcImage, (win::RECT{}));
+    EXPECT_FALSE(preview.m_bRead);
 }
 
 TEST(DwgVersionTable, TextsAndCodesAreSeparateTablesMatchedExactly) {

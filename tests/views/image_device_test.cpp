@@ -107,6 +107,25 @@ TEST(DeviceOperations, BitmapsRoundTripThroughRgbAndDibs) {
     EXPECT_EQ(IS40_DIBToHBITMAP(nullptr, 0, &screen), nullptr);
 }
 
+// With no device given, the bitmap is made for the screen's; with no screen there is none.
+TEST(DeviceOperations, ADibWithoutADeviceIsMadeForTheScreens) {
+    const DibSpec spec = SizedDib(7, 3, 24);
+    const std::string dib = MakeDib(spec);
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(dib.data());
+    EXPECT_EQ(IS40_DIBToHBITMAP(bytes, dib.size(), nullptr), nullptr);
+    EXPECT_EQ(ImageLibrary().lastError, kImageNoDevice);
+
+    SoftwareScreen screenDevice(64, 48);
+    const ScopedPort<ScreenDevice> port(screenDevice);
+    const std::unique_ptr<Canvas> bitmap = IS40_DIBToHBITMAP(bytes, dib.size(), nullptr);
+    ASSERT_NE(bitmap, nullptr);
+    EXPECT_EQ(ImageLibrary().lastError, kImageOk);
+    Bytes rgb(7 * 3 * 3);
+    ASSERT_EQ(IS40_HBITMAPToRGB(bitmap.get(), rgb.data()), 1);
+    EXPECT_EQ(win::MakeColor(rgb[3 * 13], rgb[3 * 13 + 1], rgb[3 * 13 + 2]),
+              DibPatternPixel(spec, 6, 1));
+}
+
 TEST(TextLayout, AlignsCentresAndCutsWithAnEllipsis) {
     BoxFontRasteriser fonts;  // 8 pixels a character at height 16
     const win::LOGFONTW font = Font(-16);

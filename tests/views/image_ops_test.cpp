@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cmath>
+#include <functional>
 #include <optional>
 #include <random>
 #include <thread>
@@ -24,6 +25,36 @@ Bytes RandomImage(unsigned width, unsigned height, unsigned bpp, std::mt19937& r
     for (auto& sample : image)
         sample = static_cast<std::uint8_t>(random() & 0xFF);
     return image;
+}
+
+// What one target column (or row) c of the area path covers, as the reduction is defined:
+// source indices trunc(c * s) to trunc((c + 1) * s + 0.99999999999) - 1, the first weighing 1
+// minus the fraction of c * s, the last the fraction of (c + 1) * s or 1 when that is exactly 0,
+// any between them 1. A residue such as 3.6e-15 is a fraction like any other.
+struct Footprint {
+    unsigned first = 0;
+    unsigned last = 0;
+    double firstWeight = 1;
+    double lastWeight = 1;
+
+    double Weight(unsigned k) const {
+        return k == first ? firstWeight : k == last ? lastWeight : 1.0;
+    }
+};
+
+std::vector<Footprint> Footprints(unsigned source, unsigned target) {
+    const double s = static_cast<double>(source) / target;
+    std::vector<Footprint> out(target);
+    for (unsigned c = 0; c < target; ++c) {
+        const double from = c * s;
+        const double to = (c + 1) * s;
+        out[c].first = static_cast<unsigned>(std::trunc(from));
+        out[c].last = static_cast<unsigned>(std::trunc(to + 0.99999999999)) - 1;
+        out[c].firstWeight = 1.0 - (from - std::trunc(from));
+        const double toFraction = to - std::trunc(to);
+        out[c].lastWeight = toFraction == 0.0 ? 1.0 : toFraction;
+    }
+    return out;
 }
 
 // Area reduction as the formula reads: per target sample, over the footprint's rows and
@@ -45,44 +76,23 @@ Bytes ReferenceResize(const Bytes& source, unsigned sw, unsigned sh, unsigned bp
                 }
         return target;
     }
-    const double sx = static_cast<double>(sw) / tw;
-    const double sy = static_cast<double>(sh) / th;
-    auto weight = [](unsigned k, double start, double end, unsigned first, unsigned last) {
-        if (k == first)
-            return 1.0 - (start - std::trunc(start));
-        if (k == last && std::trunc(end) == k)
-            return end - std::trunc(end);
-        return 1.0;
-    };
-    auto last = [](double end, unsigned size) {
-        return static_cast<unsigned>(std::min<double>(std::trunc(end + 0.99999999999), size)) - 1;
-    };
-    for (unsigned ty = 0; ty < th; ++ty) {
-        const double y0 = ty * sy;
-        const double y1 = (ty + 1) * sy;
-        const unsigned firstRow = static_cast<unsigned>(y0);
-        const unsigned lastRow = last(y1, sh);
-        for (unsigned tx = 0; tx < tw; ++tx) {
-            const double x0 = tx * sx;
-            const double x1 = (tx + 1) * sx;
-            const unsigned firstColumn = static_cast<unsigned>(x0);
-            const unsigned lastColumn = last(x1, sw);
+    const auto columns = Footprints(sw, tw);
+    const auto rows = Footprints(sh, th);
+    for (unsigned ty = 0; ty < th; ++ty)
+        for (unsigned tx = 0; tx < tw; ++tx)
             for (unsigned c = 0; c < bpp; ++c) {
                 double sum = 0;
                 double weights = 0;
-                for (unsigned y = firstRow; y <= lastRow; ++y) {
-                    const double rw = weight(y, y0, y1, firstRow, lastRow);
-                    for (unsigned x = firstColumn; x <= lastColumn; ++x) {
-                        const double cw = weight(x, x0, x1, firstColumn, lastColumn);
+                for (unsigned y = rows[ty].first; y <= rows[ty].last; ++y)
+                    for (unsigned x = columns[tx].first; x <= columns[tx].last; ++x) {
+                        const double cw = columns[tx].Weight(x);
+                        const double rw = rows[ty].Weight(y);
                         sum += source[(y * sw + x) * bpp + c] * cw * rw;
                         weights += cw * rw;
                     }
-                }
                 target[(ty * tw + tx) * bpp + c] =
                     static_cast<std::uint8_t>(static_cast<int>(sum / weights));
             }
-        }
-    }
     return target;
 }
 
@@ -156,9 +166,9 @@ void ExpectReferenceResize(const std::array<unsigned, 4>& s, unsigned bpp, std::
 TEST(AreaReduction, MatchesTheReferenceOnRandomImagesOfManySizes) {
     std::mt19937 random(7);
     const std::array<unsigned, 4> sizes[] = {
-        {3840, 2160, 178, 100}, {1920, 1080, 178, 100}, {17, 13, 5, 4}, {100, 100, 33, 66},
-        {7, 9, 7, 3},           {256, 102, 178, 71},    {5, 5, 2, 2},   {64, 48, 16, 12},
-        {11, 1, 3, 1},          {1, 11, 1, 4}};
+        {3840, 2160, 178, 100}, {1920, 1080, 178, 100}, {17, 13, 5, 4},  {100, 100, 33, 66},
+        {7, 9, 7, 3},           {256, 102, 178, 71},    {5, 5, 2, 2},    {64, 48, 16, 12},
+        {11, 1, 3, 1},          {1, 11, 1, 4},          {29, 36, 7, 28}, {25, 21, 11, 19}};
     for (const auto& s : sizes)
         for (unsigned bpp : {1u, 3u, 4u})
             if (bpp == 3 || s[0] * s[1] <= 1000000)
@@ -178,10 +188,35 @@ TEST(AreaReduction, EveryKernelGivesTheReferenceBytes) {
     std::mt19937 random(13);
     const std::array<unsigned, 4> sizes[] = {
         {1920, 1080, 178, 100}, {23, 19, 7, 5}, {2, 2, 1, 1}, {9, 4, 2, 3}};
+    // The plain loop and the best one are there on every processor.
+    ASSERT_TRUE(IsAreaKernelAvailable(AreaKernel::kPlain));
+    ASSERT_TRUE(IsAreaKernelAvailable(AreaKernel::kBest));
     for (AreaKernel kernel : {AreaKernel::kPlain, AreaKernel::kSse2, AreaKernel::kAvx2})
         if (IsAreaKernelAvailable(kernel))
             for (const auto& s : sizes)
                 ExpectReferenceResize(s, 3, random, kernel);
+}
+
+// Where (c + 1) * s lands a rounding residue past a whole index (29 / 7 * 7 is
+// 29.000000000000004), the span ends one index before it and that index, fully covered, weighs
+// only the residue: a bright source column there hardly shows.
+TEST(AreaReduction, AnEndJustPastAWholeIndexLeavesTheLastIndexTheResidueAsWeight) {
+    struct Case {
+        unsigned source, target, bright, lit;  // `lit`: the target index holding `bright`
+    };
+    const Case cases[] = {{29, 7, 28, 6}, {36, 28, 26, 20}, {21, 19, 20, 18}};
+    for (const Case& c : cases)
+        for (bool across : {true, false}) {
+            Bytes line(c.source, 0);
+            line[c.bright] = 255;
+            Bytes target(c.target, 0xAB);
+            const unsigned sw = across ? c.source : 1, sh = across ? 1 : c.source;
+            ASSERT_EQ(Resize(line, sw, sh, 1, target, across ? c.target : 1, across ? 1 : c.target),
+                      1);
+            EXPECT_EQ(target[c.lit], 0) << c.source << " to " << c.target << " across " << across;
+            EXPECT_EQ(target, ReferenceResize(line, sw, sh, 1, across ? c.target : 1,
+                                              across ? 1 : c.target));
+        }
 }
 
 TEST(AreaReduction, MovesAConstantImageByAtMostOneDownwards) {
@@ -267,6 +302,10 @@ TEST(Sharpen, RefusesTheSameBufferAndWidePixels) {
     EXPECT_EQ(ImageLibrary().lastError, kImageBadArgument);
     Bytes target(image.size());
     EXPECT_EQ(IS40_SharpenImage(image.data(), 1, 1, 9, 9, target.data(), 9, 20, 7), 0);
+    const Bytes eight(16, 40);  // two pixels of eight samples are the widest taken
+    Bytes sharpened(16);
+    EXPECT_EQ(IS40_SharpenImage(eight.data(), 2, 1, 8, 16, sharpened.data(), 16, 20, 7), 1);
+    EXPECT_EQ(sharpened, eight);
 }
 
 TEST(FillSolidRect, FillsOneColumnMoreThanTheRectangleAndClips) {
@@ -287,13 +326,37 @@ TEST(FillSolidRect, FillsOneColumnMoreThanTheRectangleAndClips) {
     const win::RECT beyond{15, 15, 40, 40};
     ASSERT_EQ(IS40_FillSolidRect(image.data(), 20, 20, 3, 60, &beyond, 0x808080, 0), 1);
     EXPECT_EQ(image[(19 * 20 + 19) * 3], 0x80);
-    const win::RECT outside{25, 0, 30, 5};
-    EXPECT_EQ(IS40_FillSolidRect(image.data(), 20, 20, 3, 60, &outside, 0xFFFFFF, 0), 1);
+    const win::RECT corner{0, 0, 1, 1};  // two of the samples alike is no grey
+    ASSERT_EQ(IS40_FillSolidRect(image.data(), 20, 20, 3, 60, &corner, 0x00333311, 0), 1);
+    EXPECT_EQ((Bytes{image[0], image[1], image[2]}), (Bytes{0x11, 0x33, 0x33}));
+    const Bytes before = image;
+    for (const win::RECT& nothing :
+         {win::RECT{25, 0, 30, 5}, win::RECT{3, 2, 3, 12}, win::RECT{3, 2, 8, 2}}) {
+        EXPECT_EQ(IS40_FillSolidRect(image.data(), 20, 20, 3, 60, &nothing, 0xFFFFFF, 0), 1);
+        EXPECT_EQ(image, before) << nothing.left << "," << nothing.top;
+    }
     const win::RECT whole{0, 0, 19, 20};
     ASSERT_EQ(IS40_FillSolidRect(image.data(), 20, 20, 3, 60, &whole, 0x070707, 0), 1);
     EXPECT_EQ(image, Bytes(image.size(), 7));
     EXPECT_EQ(IS40_FillSolidRect(image.data(), 20, 20, 2, 40, &whole, 0, 0), 0);
     EXPECT_EQ(ImageLibrary().lastError, kImageBadArgument);
+
+    // Fills that reach some of the image's edges but not all stay inside their rectangle, in
+    // one byte or four a pixel.
+    for (unsigned bpp : {1u, 4u})
+        for (const win::RECT& part : {win::RECT{0, 0, 19, 10}, win::RECT{0, 10, 19, 20},
+                                      win::RECT{0, 0, 9, 20}, win::RECT{10, 0, 19, 20}}) {
+            Bytes small(20 * 20 * bpp, 0);
+            ASSERT_EQ(IS40_FillSolidRect(small.data(), 20, 20, bpp, 20 * bpp, &part, 0x09090909, 0),
+                      1);
+            for (int y = 0; y < 20; ++y)
+                for (int x = 0; x < 20; ++x) {
+                    const bool inside =
+                        x >= part.left && x <= part.right && y >= part.top && y < part.bottom;
+                    ASSERT_EQ(small[static_cast<std::size_t>(y * 20 + x) * bpp], inside ? 9 : 0)
+                        << bpp << ": " << x << "," << y << " of " << part.left << "," << part.top;
+                }
+        }
 }
 
 TEST(Rotate, TurnsAndComesBackAfterFourQuarterTurns) {
@@ -325,6 +388,10 @@ TEST(RgbToDib, WritesABottomUpBgrDibWithPaddedRows) {
     EXPECT_EQ(dib[20], 16);  // biSizeImage
     EXPECT_EQ((Bytes{dib[40], dib[41], dib[42], dib[43]}), (Bytes{12, 11, 10, 0}));
     EXPECT_EQ((Bytes{dib[52], dib[53], dib[54]}), (Bytes{3, 2, 1}));
+    // Eleven pixels are 33 bytes, padded to 36 a row; four are 12, with no padding.
+    const Bytes eleven(11 * 2 * 3, 5);
+    EXPECT_EQ(IS40_RGBToDIB(eleven.data(), 11, 2, 33, 0).size(), 40u + 2 * 36);
+    EXPECT_EQ(IS40_RGBToDIB(eleven.data(), 4, 2, 12, 0).size(), 40u + 2 * 12);
     EXPECT_TRUE(IS40_RGBToDIB(rgb.data(), 60000, 60000, 180000, 0).empty());
     EXPECT_EQ(ImageLibrary().lastError, kImageOutOfMemory);
 }
@@ -358,6 +425,32 @@ TEST(ErrorReport, BadArgumentsChangeNothingAndAreLoggedWithNameAndTimeFiftyPlusT
     EXPECT_EQ(state.errorLog.size(), 51u);
     state.suppressDepth = 0;
     EXPECT_EQ(state.nestingDepth, 0);
+}
+
+TEST(ErrorReport, EveryOperationRefusesMissingBuffersAndImpossibleShapesWithCode5) {
+    Bytes image(12, 7);
+    Bytes target(12);
+    const win::RECT rect{0, 0, 1, 1};
+    const std::function<int()> refused[] = {
+        [&] { return IS40_AdjustGamma(nullptr, 2, 2, 3, 6, 1.0, 0); },
+        [&] { return IS40_AdjustGamma(image.data(), 2, 2, 0, 6, 1.0, 0); },
+        [&] { return IS40_QuickRotateImageInPlace(nullptr, 2, 2, 0, 3, 0); },
+        [&] { return IS40_QuickRotateImageInPlace(image.data(), 2, 2, 3, 3, 0); },
+        [&] { return IS40_QuickRotateImageInPlace(image.data(), 2, 2, 0, 0, 0); },
+        [&] { return IS40_FillSolidRect(nullptr, 2, 2, 3, 6, &rect, 0, 0); },
+        [&] { return IS40_FillSolidRect(image.data(), 2, 2, 3, 6, nullptr, 0, 0); },
+        [&] { return IS40_SharpenImage(nullptr, 2, 2, 3, 6, target.data(), 6, 20, 7); },
+        [&] { return IS40_SharpenImage(image.data(), 2, 2, 3, 6, nullptr, 6, 20, 7); },
+        [&] { return IS40_SharpenImage(image.data(), 2, 2, 0, 6, target.data(), 6, 20, 7); },
+        [&] { return IS40_RGBToDIB(nullptr, 2, 2, 6, 0).empty() ? 0 : 1; },
+        [&] { return IS40_RGBToDIB(image.data(), 0, 2, 6, 0).empty() ? 0 : 1; },
+        [&] { return IS40_RGBToDIB(image.data(), 2, 0, 6, 0).empty() ? 0 : 1; },
+    };
+    for (std::size_t i = 0; i < std::size(refused); ++i) {
+        EXPECT_EQ(refused[i](), 0) << i;
+        EXPECT_EQ(ImageLibrary().lastError, kImageBadArgument) << i;
+        EXPECT_EQ(image, Bytes(12, 7)) << i;
+    }
 }
 
 TEST(ErrorReport, EachThreadHasItsOwnState) {

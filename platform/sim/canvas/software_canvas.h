@@ -44,3 +44,19 @@ private:
     std::vector<std::uint8_t> m_pixels;
     FontRasteriser* m_pFonts;  // not owned
 };
+
+// The simulated screen: each use gets a black software canvas of the screen's size.
+class SoftwareScreen : public ScreenDevice {
+public:
+    SoftwareScreen(int width, int height, FontRasteriser* fonts = nullptr)
+        : m_nWidth(width), m_nHeight(height), m_pFonts(fonts) {}
+
+    std::unique_ptr<Canvas> OpenScreen() override {
+        return std::make_unique<SoftwareCanvas>(m_nWidth, m_nHeight, m_pFonts);
+    }
+
+private:
+    int m_nWidth;
+    int m_nHeight;
+    FontRasteriser* m_pFonts;  // not owned
+};

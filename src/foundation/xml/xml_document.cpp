@@ -27,11 +27,13 @@ bool XmlDocument::Parse(const wchar_t* text) {
     // Assigning keeps the buffer of an earlier text: large documents are not copied into
     // fresh memory on every parse.
     m_strDoc.assign(text ? text : L"");
+    m_strError.clear();
     return Reindex();
 }
 
 bool XmlDocument::Parse(std::wstring text) {
     m_strDoc = std::move(text);
+    m_strError.clear();
     return Reindex();
 }
 

@@ -20,9 +20,8 @@ public:
     XmlDocument(XmlDocument&&) = default;
     XmlDocument& operator=(XmlDocument&&) = default;
 
-    // Replaces the text (null reads as empty) and builds the index. Returns true for a
-    // well-formed document; otherwise there is no root and Error() says why. A text that
-    // Error() held before is kept in front of the new message.
+    // Replaces the text (null reads as empty), clears Error() and builds the index. Returns
+    // true for a well-formed document; otherwise there is no root and Error() says why.
     bool Parse(const wchar_t* text);
     bool Parse(std::wstring text);
 
@@ -64,7 +63,9 @@ public:
     const XmlElementIndex& Index() const { return m_index; }
 
 private:
-    bool Reindex();  // builds the index of m_strDoc
+    // Builds the index of m_strDoc. A text that Error() holds (Load's status) is kept in front
+    // of the parse's message.
+    bool Reindex();
     // The element after `index` among its siblings (or the first child of `parent` when
     // `index` is 0) whose name matches; 0 when there is none.
     int NextMatching(int parent, int index, const wchar_t* name) const;

@@ -63,7 +63,8 @@ bool XmlDocument::Load(const std::wstring& path) {
     }
     m_strError = encoding + std::to_wstring(bytes->size()) + L" bytes to " +
                  std::to_wstring(text.size()) + L" wide chars";
-    return Parse(std::move(text));
+    m_strDoc = std::move(text);
+    return Reindex();
 }
 
 bool XmlDocument::Save(const std::wstring& path) {

@@ -107,13 +107,15 @@ TEST(XmlDocumentParse, EachFailureNamesWhatAndWhereAndLeavesNothingToFind) {
         EXPECT_EQ(ParseError(text), message) << text;
 }
 
-TEST(XmlDocumentParse, AnEarlierMessageIsKeptInFrontOfTheNextOne) {
+TEST(XmlDocumentParse, EachParseStartsWithAClearedMessage) {
     XmlDocument doc;
     EXPECT_FALSE(doc.Parse(L""));
-    EXPECT_TRUE(doc.Parse(L"<a/>"));
     EXPECT_EQ(doc.Error(), L"Empty document");
-    EXPECT_FALSE(doc.Parse(L"<b>"));
-    EXPECT_EQ(doc.Error(), L"Empty document, Element 'b' at offset 0 not ended");
+    EXPECT_TRUE(doc.Parse(L"<a/>"));
+    EXPECT_EQ(doc.Error(), L"");
+    EXPECT_FALSE(doc.Parse(L""));
+    EXPECT_FALSE(doc.Parse(std::wstring(L"<b>")));
+    EXPECT_EQ(doc.Error(), L"Element 'b' at offset 0 not ended");
     // A new parse drops the old index: the position is back at the start.
     EXPECT_TRUE(doc.Parse(L"<c><d/></c>"));
     EXPECT_EQ(doc.CurrentIndex(), 0);
