@@ -17,8 +17,10 @@ using Bytes = std::vector<std::uint8_t>;
 }  // namespace
 
 TEST(GdiFontRasteriser, DrawsTheOneBitPixelsGdiDrawsClippedAndAddedToTheTarget) {
+    const TestFace face;
+    ASSERT_EQ(face.Problem(), "");
     GdiFontRasteriser fonts;
-    win::LOGFONTW font = FontOf(L"Tahoma", -16);
+    win::LOGFONTW font = face.Font(-16);
     font.lfQuality = NONANTIALIASED_QUALITY;
     const std::wstring text = L"Drawing1.dwg";
     const auto canvas = GdiCanvas::Create(120, 30);
@@ -55,9 +57,11 @@ TEST(GdiFontRasteriser, DrawsTheOneBitPixelsGdiDrawsClippedAndAddedToTheTarget) 
 }
 
 TEST(SmoothTextOverGdi, BlendsAntiAliasedTextIntoTheRectangleRowsOnly) {
+    const TestFace face;
+    ASSERT_EQ(face.Problem(), "");
     GdiFontRasteriser fonts;
     const ScopedPort<FontRasteriser> port(fonts);
-    const win::LOGFONTW font = FontOf(L"Tahoma", -12);
+    const win::LOGFONTW font = face.Font(-12);
     const unsigned width = 140;
     const unsigned height = 30;
     const win::RECT rect{6, 4, 70, 26};

@@ -52,8 +52,8 @@ std::string LinesDib() {
 }
 
 // Smooth text on a white strip, turned a quarter: rotation 0 clockwise, 2 anticlockwise.
-Bytes TurnedText(const char* text, UINT rotation) {
-    const win::LOGFONTW font = FontOf(L"Tahoma", -12);
+Bytes TurnedText(const char* text, const TestFace& face, UINT rotation) {
+    const win::LOGFONTW font = face.Font(-12);
     const win::RECT strip{0, 0, 109, 22};  // 110 columns wide: the fill takes one more
     Bytes rgb(110 * 22 * 3);
     IS40_FillSolidRect(rgb.data(), 110, 22, 3, 110 * 3, &strip, 0x00FFFFFF, 0);
@@ -69,7 +69,7 @@ Bytes TurnedText(const char* text, UINT rotation) {
     return rgb;
 }
 
-void PaintPicture(Canvas& canvas) {
+void PaintPicture(Canvas& canvas, const TestFace& face) {
     canvas.FillRect({0, 0, kWidth, kHeight}, kGround);
     canvas.FillRect({10, 10, 60, 40}, 0x003050C0);
     canvas.FillRect({60, 10, 120, 40}, 0x0040A040);
@@ -84,12 +84,12 @@ void PaintPicture(Canvas& canvas) {
     canvas.AlphaTint(kTints[0], kCaption, 68);
     canvas.AlphaTint(kTints[1], kCaption, 102);
 
-    const Bytes down = TurnedText("Drawing1.dwg", 0);
-    const Bytes up = TurnedText("Drawing2 with a long name.dwg", 2);
+    const Bytes down = TurnedText("Drawing1.dwg", face, 0);
+    const Bytes up = TurnedText("Drawing2 with a long name.dwg", face, 2);
     IS40_DrawRGB(&canvas, down.data(), 22, 110, 22 * 3, kTurned[0].left, kTurned[0].top);
     IS40_DrawRGB(&canvas, up.data(), 22, 110, 22 * 3, kTurned[1].left, kTurned[1].top);
 
-    const win::LOGFONTW font = FontOf(L"Tahoma", -13);
+    const win::LOGFONTW font = face.Font(-13);
     const std::uint32_t format = kTextVCenter | kTextSingleLine | kTextEndEllipsis;
     canvas.DrawText(L"Drawing1.dwg", kTexts[0], font, 0, format);
     canvas.DrawText(L"Drawing2 with a long name.dwg", kTexts[1], font, 0x00800000, format);
@@ -104,13 +104,15 @@ void PaintPicture(Canvas& canvas) {
 }  // namespace
 
 TEST(GdiPictures, TheSoftwareAndTheGdiPictureAgreeWhereTheRulesAreExact) {
+    const TestFace face;
+    ASSERT_EQ(face.Problem(), "");
     GdiFontRasteriser fonts;
     const ScopedPort<FontRasteriser> port(fonts);
     SoftwareCanvas software(kWidth, kHeight, &fonts);
     const auto gdi = GdiCanvas::Create(kWidth, kHeight);
     ASSERT_NE(gdi, nullptr);
-    PaintPicture(software);
-    PaintPicture(*gdi);
+    PaintPicture(software, face);
+    PaintPicture(*gdi, face);
     const Bytes expected = software.Pixels();
     const Bytes pixels = PixelsOf(*gdi);
     EXPECT_TRUE(SavePng(BesideProgram(L"gdi-picture-software.png"), expected.data(), kWidth,

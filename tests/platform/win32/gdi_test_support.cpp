@@ -6,8 +6,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <cwchar>
 #include <optional>
 
+#include "platform/win32/gdi_handles.h"
 #include "platform/win32/system_libraries.h"
 #include "ports/port.h"
 
@@ -107,11 +109,53 @@ std::string DeepDib(int width, int height, int bits, bool bitfields) {
     return dib;
 }
 
-win::LOGFONTW FontOf(const wchar_t* face, int height) {
+namespace {
+
+constexpr char kFaceFile[] = "/usr/share/fonts/truetype/liberation/LiberationSans-Regular.ttf";
+constexpr wchar_t kFaceName[] = L"Liberation Sans";
+
+// The file as Wine sees it: the root of the Linux file system is drive Z:.
+std::wstring FaceFileOnZ() {
+    std::wstring path = L"Z:";
+    for (const char* c = kFaceFile; *c != 0; ++c)
+        path += *c == '/' ? L'\\' : static_cast<wchar_t>(*c);
+    return path;
+}
+
+}  // namespace
+
+TestFace::TestFace()
+    : m_added(::AddFontResourceExW(FaceFileOnZ().c_str(), FR_PRIVATE, nullptr) > 0) {
+    if (!m_added) {
+        m_problem = std::string("cannot add ") + kFaceFile +
+                    " (fonts-liberation; scripts/install-deps windows installs it)";
+        return;
+    }
+    // A name GDI does not know gives some other face without a word: ask which one it chose.
+    const MemoryDc dc(::CreateCompatibleDC(nullptr));
+    const FontHandle font = MakeFont(Font(-12));
+    wchar_t chosen[LF_FACESIZE] = {};
+    if (dc && font) {
+        const SelectGuard selected(dc.Get(), font.Get());
+        ::GetTextFaceW(dc.Get(), LF_FACESIZE, chosen);
+    }
+    if (std::wcscmp(chosen, kFaceName) != 0) {
+        char narrow[LF_FACESIZE] = {};
+        std::wcstombs(narrow, chosen, sizeof narrow - 1);
+        m_problem = std::string("a font named Liberation Sans selects \"") + narrow + "\"";
+    }
+}
+
+TestFace::~TestFace() {
+    if (m_added)
+        ::RemoveFontResourceExW(FaceFileOnZ().c_str(), FR_PRIVATE, nullptr);
+}
+
+win::LOGFONTW TestFace::Font(int height) const {
     win::LOGFONTW font;
     font.lfHeight = height;
     font.lfWeight = FW_NORMAL;
-    for (int i = 0; i < 31 && face[i] != 0; ++i)
-        font.lfFaceName[i] = static_cast<char16_t>(face[i]);
+    for (std::size_t i = 0; kFaceName[i] != 0; ++i)
+        font.lfFaceName[i] = static_cast<char16_t>(kFaceName[i]);
     return font;
 }

@@ -1,6 +1,6 @@
 #pragma once
 // What the GDI tests share: the count of live GDI objects, pictures compared pixel by pixel,
-// DIBs of the depths the sample writer doesn't make, fonts by face name.
+// DIBs of the depths the sample writer doesn't make, the face that text is drawn with.
 
 #include <windows.h>
 
@@ -32,4 +32,23 @@ win::RECT CoverageBox(const std::vector<std::uint8_t>& rgb, int width, const win
 // bits carry the masks of their usual layout.
 std::string DeepDib(int width, int height, int bits, bool bitfields);
 
-win::LOGFONTW FontOf(const wchar_t* face, int height);
+// The face every GDI text test draws with, added from its file for this process alone while the
+// object lives: what a test measures then hangs neither on the fonts the machine happens to have
+// nor on what the Wine prefix learnt of them when it was made. The file is Liberation Sans from
+// Debian's fonts-liberation (scripts/install-deps installs it), seen by Wine on drive Z:.
+class TestFace {
+public:
+    TestFace();
+    ~TestFace();
+    TestFace(const TestFace&) = delete;
+    TestFace& operator=(const TestFace&) = delete;
+
+    // "" once the file is added and a font of the face's name selects it; else what is wrong.
+    const std::string& Problem() const { return m_problem; }
+    // The face at `height` (negative: the em height in pixels), normal weight.
+    win::LOGFONTW Font(int height) const;
+
+private:
+    bool m_added = false;
+    std::string m_problem;
+};
