@@ -19,6 +19,8 @@ TEST(Win32Theme, AnswersNoThemeGracefullyOrPaintsTheStripThemed) {
     constexpr int kHeight = 80;
     std::unique_ptr<GdiCanvas> canvas = GdiCanvas::Create(kWidth, kHeight);
     ASSERT_NE(canvas, nullptr);
+    const TestFace face;
+    ASSERT_EQ(face.Problem(), "");
     TabStrip strip{.client = {0, 0, kWidth, kHeight},
                    .displayArea = {4, 26, kWidth - 4, kHeight - 4},
                    .tabs = {{{2, 2, 80, 22}, L"* Drawing1"},
@@ -26,7 +28,7 @@ TEST(Win32Theme, AnswersNoThemeGracefullyOrPaintsTheStripThemed) {
                             {{150, 2, 236, 22}, L"[R]- Drawing3"}},
                    .selected = 2,
                    .hot = 1,
-                   .font = FontOf(L"Tahoma", -11),
+                   .font = face.Font(-11),
                    .colors = {0x00C8D0D4, 0, 0x00808080, 0x00FFFFFF, 0x006A240A}};
     TabPainter painter;
     auto save = [&](const wchar_t* name) {
