@@ -30,4 +30,6 @@ public:
     virtual bool IsReadOnly(HostDocument* doc) = 0;
     virtual bool IsModified(HostDocument* doc) = 0;  // DBMOD != 0
     virtual HostDatabase* Database(HostDocument* doc) = 0;
+    // popDbmod: DBMOD back to the value the host pushed before it changed it on its own.
+    virtual void PopDbmod(HostDocument* doc) = 0;
 };
