@@ -94,6 +94,9 @@ const OpenCase kOpenCases[] = {
     {"NewerThanTheHost", L"r21.dwg", true, true, false,
      [](SimHost& h) { h.SetRelease(L"16.2s (LMS Tech)", "AC1018"); }, L"",
      L"Cannot open a AutoCAD 2007 drawing in this version of AutoCAD!", -1},
+    {"RefusedAtTheHostsOwnVersion", L"r21.dwg", true, true, false,
+     [](SimHost& h) { h.SetRelease(L"17.0s (LMS Tech)", "AC1018"); }, L"",
+     L"Unknown error in HvTabrow::OpenFile()!", -1},
     {"NewerThanAnyKnown", L"r24.dwg", true, true, false, nullptr, L"",
      L"Unknown error in HvTabrow::OpenFile()!", -1},
 };
@@ -197,7 +200,10 @@ TEST_F(Opening, DoubleClickOpensTheNewestRecentDrawing) {
     SetMru(1, newer);
     Bar().OpenLastDrawing();
     EXPECT_EQ(host.FileName(host.MdiActiveDocument()), newer);
-    EXPECT_EQ(Boxes().size(), 1u);
+    EXPECT_EQ(host.Document(host.MdiActiveDocument()).dbmod, 0);  // the open's mark popped
+    Bar().OpenLastDrawing();                                      // open already: a warned open
+    EXPECT_EQ(Boxes().back(), newer + L" is already open!\n");
+    EXPECT_EQ(Boxes().size(), 2u);
 }
 
 TEST_F(Opening, TemplatesComeFromTheHostsFolder) {
