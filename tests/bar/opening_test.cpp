@@ -210,20 +210,25 @@ TEST_F(Opening, TemplatesComeFromTheHostsFolder) {
     const std::pair<const char*, Texts> cases[] = {
         {"none", {L"plan.dwg"}}, {"one", {L"iso.dwt"}}, {"many", {L"a.dwt", L"b.DWT", L"d.dwt"}}};
     unsigned next = 5000;
-    Bar().LoadTemplates(&next);  // no folder in the profile at all
+    Bar().LoadTemplates(&next);  // no folder in the profile at all, and none made by asking
     EXPECT_EQ(Bar().m_TemplateItems.at(5000).GetPath(), L"None Found");
+    EXPECT_FALSE(host.Registry().KeyExists(RegHive::CurrentUser, host.ProfileKey() + L"\\General"));
     for (const auto& [name, files] : cases) {
-        std::filesystem::create_directory(scratch.Path() / name);
-        const std::wstring folder(name, name + std::strlen(name));
-        host.SetTemplatePath(scratch.File(folder) + L"/");
-        for (const auto& file : files)
-            scratch.Write(folder + L"/" + file, "x");
+        const std::wstring folder = scratch.File(std::wstring(name, name + std::strlen(name)));
+        std::filesystem::create_directories(scratch.Path() / name / "sub");
+        host.SetTemplatePath(folder + L"/");
+        scratch.Write(folder.substr(scratch.Folder().size()) + L"/sub/deeper.dwt", "x");
+        Texts expected;
+        for (const auto& file : files) {
+            scratch.Write(folder.substr(scratch.Folder().size()) + L"/" + file, "x");
+            expected.push_back(file == L"plan.dwg" ? L"None Found" : folder + L"/" + file);
+        }
         Bar().LoadTemplates(&next);
         Texts rows;
         for (const auto& [id, path] : Bar().m_TemplateItems)
-            rows.push_back(path.GetFileName());
+            rows.push_back(path.GetPath());
         std::sort(rows.begin(), rows.end());
-        EXPECT_EQ(rows, files[0] == L"plan.dwg" ? Texts{L"None Found"} : files) << name;
+        EXPECT_EQ(rows, expected) << name;
         EXPECT_EQ(next, Bar().m_TemplateItems.rbegin()->first + 1) << name;  // no gaps, no reuse
         EXPECT_EQ(next - Bar().m_TemplateItems.begin()->first, Bar().m_TemplateItems.size());
     }
