@@ -562,6 +562,11 @@ void SimHost::PopDbmod(HostDocument* doc) {
     d.pushedDbmod.pop_back();
 }
 
+void SimHost::CheckApplication(HostApplication* app) const {
+    if (app != reinterpret_cast<const HostApplication*>(this) || m_automationRefs == 0)
+        throw std::logic_error("automation object used without a reference");
+}
+
 HostDocument* SimHost::AutoDocument(HostAutoDocument* doc) {
     auto* handle = reinterpret_cast<HostDocument*>(doc);
     Document(handle);  // must still be open
@@ -570,8 +575,7 @@ HostDocument* SimHost::AutoDocument(HostAutoDocument* doc) {
 
 HostAutoDocument* SimHost::DocumentItem(HostApplication* app, int index) {
     CheckAutomation(SimAutomationCall::DocumentItem);
-    if (app != reinterpret_cast<HostApplication*>(this) || m_automationRefs == 0)
-        throw std::logic_error("automation object used without a reference");
+    CheckApplication(app);
     if (index < 0 || static_cast<std::size_t>(index) >= m_documents.size())
         throw ComError(static_cast<HRESULT>(0x80070057), L"The parameter is incorrect.");
     ++m_automationRefs;
@@ -581,8 +585,7 @@ HostAutoDocument* SimHost::DocumentItem(HostApplication* app, int index) {
 HostAutoDocument* SimHost::OpenDocument(HostApplication* app, const std::wstring& path,
                                         bool readOnly) {
     CheckAutomation(SimAutomationCall::OpenDocument);
-    if (app != reinterpret_cast<HostApplication*>(this) || m_automationRefs == 0)
-        throw std::logic_error("automation object used without a reference");
+    CheckApplication(app);
     std::unique_ptr<InputFile> file = Use<FileSystem>().OpenRead(path);
     if (!file)
         throw ComError(hr::kFail, L"Error opening file");
@@ -662,11 +665,16 @@ ViewValue SimHost::GetViewport(HostAutoViewport* viewport, ViewProperty property
     CheckAutomation(SimAutomationCall::GetViewport);
     const auto& vp = *reinterpret_cast<SimViewport*>(viewport);
     switch (property) {
-        case ViewProperty::Center: return vp.center;
-        case ViewProperty::Direction: return vp.direction;
-        case ViewProperty::Height: return vp.height;
-        case ViewProperty::Target: return vp.target;
-        case ViewProperty::Width: return vp.width;
+        case ViewProperty::Center:
+            return vp.center;
+        case ViewProperty::Direction:
+            return vp.direction;
+        case ViewProperty::Height:
+            return vp.height;
+        case ViewProperty::Target:
+            return vp.target;
+        case ViewProperty::Width:
+            return vp.width;
     }
     throw std::logic_error("no such viewport property");
 }
@@ -689,4 +697,39 @@ std::map<ViewProperty, ViewValue> SimHost::ViewValues(HostDocument* doc,
             return view->values;
     }
     return {};
+}
+
+// A new drawing from a template: the default one, or a file that must be there.
+HostDocument* SimHost::NewDrawingFrom(const std::wstring& templateName) {
+    if (!templateName.empty() && !Use<FileSystem>().Stat(templateName))
+        throw ComError(hr::kFail, L"Error opening template file");
+    HostDocument* doc = NewDrawing();
+    Document(doc).templateName = templateName;
+    return doc;
+}
+
+HostAutoDocument* SimHost::AddDocument(HostApplication* app, const std::wstring& templateName) {
+    CheckAutomation(SimAutomationCall::AddDocument);
+    CheckApplication(app);
+    HostDocument* doc = NewDrawingFrom(templateName);
+    ++m_automationRefs;
+    return reinterpret_cast<HostAutoDocument*>(doc);
+}
+
+void SimHost::AppContextNewDocument(const std::wstring& templateName) {
+    try {
+        NewDrawingFrom(templateName);
+    } catch (const ComError& e) {
+        Print(e.Description() + L"\n");  // the host reports it and makes nothing
+    }
+}
+
+std::optional<std::wstring> SimHost::Choose(void*, const std::wstring& title,
+                                            const std::wstring& start, unsigned) {
+    m_folderChoosers.emplace_back(title, start);
+    if (m_folders.empty())
+        return std::nullopt;
+    std::optional<std::wstring> folder = m_folders.front();
+    m_folders.pop_front();
+    return folder;
 }

@@ -23,6 +23,7 @@
 #include "platform/sim/sim_tab_control.h"
 #include "platform/sim/sim_window_system.h"
 #include "ports/com_error.h"
+#include "ports/folder_dialog.h"
 #include "ports/host_automation.h"
 #include "ports/host_documents.h"
 #include "ports/host_reactors.h"
@@ -41,8 +42,9 @@ struct SimDocument {
     int dbmod = 0;
     bool docModified = false;
     std::unique_ptr<SimDatabase> database;
-    HostWindow* view = nullptr;  // the drawing's view window in the MDI client
+    HostWindow* view = nullptr;    // the drawing's view window in the MDI client
     std::vector<int> pushedDbmod;  // DBMOD values the host pushed, for popDbmod
+    std::wstring templateName;     // what a new drawing was made from, "" for the default
 };
 
 // A viewport as automation reads it: the model space one or the active paper space one.
@@ -64,6 +66,7 @@ enum class SimAutomationCall {
     // Opening drawings and named views.
     DocumentItem,
     OpenDocument,
+    AddDocument,
     FullName,
     Activate,
     AddView,
@@ -84,7 +87,8 @@ class SimHost : public HostServices,
                 public HostDocuments,
                 public HostAutomation,
                 public HostReactors,
-                public MessageBoxes {
+                public MessageBoxes,
+                public FolderDialog {
 public:
     SimHost();
     ~SimHost() override;
@@ -168,6 +172,12 @@ public:
     // What automation set on a named view of the drawing, by property.
     std::map<ViewProperty, ViewValue> ViewValues(HostDocument* doc, const std::wstring& name) const;
     SimShell& FileShell() { return m_shell; }
+    // What the next folder chooser is answered with; nothing (or an empty queue) is Cancel.
+    void QueueFolder(std::optional<std::wstring> folder) { m_folders.push_back(std::move(folder)); }
+    // Title and starting folder of each chooser shown.
+    const std::vector<std::pair<std::wstring, std::wstring>>& FolderChoosers() const {
+        return m_folderChoosers;
+    }
 
     // --- what a test looks at ---
     SimWindowSystem& Windows() { return m_windows; }
@@ -230,6 +240,7 @@ public:
     bool IsModified(HostDocument* doc) override { return Document(doc).docModified; }
     HostDatabase* Database(HostDocument* doc) override { return Document(doc).database->Handle(); }
     void PopDbmod(HostDocument* doc) override;
+    void AppContextNewDocument(const std::wstring& templateName) override;
 
     // --- HostAutomation ---
     HostApplication* QueryApplication() override;
@@ -244,6 +255,7 @@ public:
     HostAutoDocument* DocumentItem(HostApplication* app, int index) override;
     HostAutoDocument* OpenDocument(HostApplication* app, const std::wstring& path,
                                    bool readOnly) override;
+    HostAutoDocument* AddDocument(HostApplication* app, const std::wstring& templateName) override;
     std::wstring FullName(HostAutoDocument* doc) override;
     void Activate(HostAutoDocument* doc) override;
     HostAutoView* AddView(HostAutoDocument* doc, const std::wstring& name) override;
@@ -265,6 +277,10 @@ public:
 
     // --- MessageBoxes: answered from the queue, kIdOk when it is empty ---
     int Show(const std::wstring& text, const std::wstring& caption, unsigned flags) override;
+
+    // --- FolderDialog: answered from its queue ---
+    std::optional<std::wstring> Choose(void* parent, const std::wstring& title,
+                                       const std::wstring& start, unsigned flags) override;
 
 private:
     HostDocument* AddDocument(std::unique_ptr<SimDocument> doc);
@@ -350,6 +366,8 @@ private:
         std::map<ViewProperty, ViewValue> values;
     };
     HostDocument* AutoDocument(HostAutoDocument* doc);
+    void CheckApplication(HostApplication* app) const;
+    HostDocument* NewDrawingFrom(const std::wstring& templateName);
     SimShell m_shell;
     std::wstring m_release = L"17.0s (LMS Tech)";
     std::string m_newestFormat = "AC1021";
@@ -357,6 +375,8 @@ private:
     std::vector<std::wstring> m_prompts;
     std::map<std::pair<HostDocument*, bool>, SimViewport> m_viewports;
     std::vector<std::unique_ptr<SimView>> m_views;
+    std::deque<std::optional<std::wstring>> m_folders;
+    std::vector<std::pair<std::wstring, std::wstring>> m_folderChoosers;
 
     ScopedPort<HostServices> m_servicesPort;
     ScopedPort<HostDocuments> m_documentsPort;
@@ -370,4 +390,5 @@ private:
     ScopedPort<KeyValueStore> m_registryPort;
     ScopedPort<SystemLook> m_lookPort;
     ScopedPort<Shell> m_shellPort{m_shell};
+    ScopedPort<FolderDialog> m_folderDialogPort{*this};
 };

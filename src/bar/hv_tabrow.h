@@ -81,6 +81,9 @@ public:
     void OpenLastDrawing();
     // The "*.dwt" files of the host's template folder, one id each from the counter.
     void LoadTemplates(unsigned* pNextId);
+    // The menu's "Change Template Path..." (the host profile's folder) and "Empty Drawing".
+    void OnChangeTemplatePath();
+    void OnEmptyDrawing();
 
     // The thickness that the hook cuts out of the MDI client or the command window.
     int CalcTabBarSize(const win::RECT* prc);

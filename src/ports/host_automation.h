@@ -59,6 +59,9 @@ public:
     // no ComError.
     virtual HostAutoDocument* OpenDocument(HostApplication* app, const std::wstring& path,
                                            bool readOnly) = 0;
+    // Documents.Add(template): a new drawing, "" for the host's default template; one reference
+    // held.
+    virtual HostAutoDocument* AddDocument(HostApplication* app, const std::wstring& templateName) = 0;
     virtual std::wstring FullName(HostAutoDocument* doc) = 0;
     virtual void Activate(HostAutoDocument* doc) = 0;
 

@@ -234,6 +234,31 @@ TEST_F(Opening, TemplatesComeFromTheHostsFolder) {
     }
 }
 
+TEST_F(Opening, EmptyDrawingAndTheTemplateFolderChoice) {
+    // With no drawing open there is no document for automation: the host's own way is taken.
+    host.FailAutomationCall(SimAutomationCall::AddDocument, hr::kFail, L"No");
+    Bar().OnEmptyDrawing();
+    ASSERT_EQ(host.Documents().size(), 1u);
+    EXPECT_THROW(Bar().OnEmptyDrawing(), ComError);  // now through Documents.Add
+    Bar().OnEmptyDrawing();
+    EXPECT_EQ(host.Documents().size(), 2u);
+    EXPECT_EQ(host.AutomationReferences(), 1);
+
+    const std::wstring first = scratch.Folder(), second = scratch.File(L"sub") + L"/";
+    std::filesystem::create_directory(scratch.Path() / "sub");
+    host.SetTemplatePath(first);
+    host.QueueFolder(std::nullopt);
+    host.QueueFolder(scratch.File(L"sub"));
+    Bar().OnChangeTemplatePath();  // cancelled
+    Bar().OnChangeTemplatePath();
+    using Chooser = std::pair<std::wstring, std::wstring>;
+    EXPECT_EQ(host.FolderChoosers(), (std::vector<Chooser>{{L"Select new template path", first},
+                                                           {L"Select new template path", first}}));
+    auto value = host.Registry().QueryValue(RegHive::CurrentUser, host.ProfileKey() + L"\\General",
+                                            L"TemplatePath");
+    EXPECT_EQ(reg::StringText(value->data), second);
+}
+
 // A view saved from the menu, in each space, and what the drawing then lists.
 struct SaveViewCase {
     const char* name;
