@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "foundation/no_case.h"
+#include "ports/file_system.h"
 
 namespace {
 
@@ -21,6 +22,15 @@ std::wstring Upper(std::wstring text) {
 
 // What a save's file dialog does when the user cancels it: the command is cancelled.
 struct CommandCancelled {};
+
+// The view table's record of that name, 0 for none.
+DbObjectId FindView(SimDatabase& db, const std::wstring& name) {
+    for (DbObjectId id : db.Object(db.TableId(DbClass::kViewTable)).children) {
+        if (EqualNoCase(db.Object(id).name, name))
+            return id;
+    }
+    return 0;
+}
 
 // Ids of different databases never meet: each database gets its own range.
 constexpr DbObjectId kIdsPerDatabase = 1u << 24;
@@ -514,4 +524,212 @@ int SimHost::Show(const std::wstring& text, const std::wstring& caption, unsigne
     int answer = m_answers.front();
     m_answers.pop_front();
     return answer;
+}
+
+// --- opening drawings, templates and views ---
+
+void SimHost::SetRelease(const std::wstring& release, const std::string& newestFormat) {
+    m_release = release;
+    m_newestFormat = newestFormat;
+}
+
+void SimHost::SetTemplatePath(const std::wstring& folder) {
+    const std::wstring general = ProfileKey() + L"\\General";
+    m_registry.CreateKey(RegHive::CurrentUser, general);
+    m_registry.SetValue(RegHive::CurrentUser, general, L"TemplatePath",
+                        RegValue{reg::kSz, reg::StringBytes(folder)});
+}
+
+std::optional<std::wstring> SimHost::GetString(const std::wstring& prompt, bool allowSpaces) {
+    m_prompts.push_back(prompt);
+    Print(prompt);
+    if (m_inputs.empty())
+        return std::nullopt;  // Escape
+    std::wstring text = m_inputs.front();
+    m_inputs.pop_front();
+    Print(text + L"\n");
+    // Without spaces allowed, the space ends the input as Enter does.
+    if (!allowSpaces)
+        text = text.substr(0, text.find(L' '));
+    return text;
+}
+
+void SimHost::PopDbmod(HostDocument* doc) {
+    SimDocument& d = Document(doc);
+    if (d.pushedDbmod.empty())
+        return;
+    d.dbmod = d.pushedDbmod.back();
+    d.pushedDbmod.pop_back();
+}
+
+void SimHost::CheckApplication(HostApplication* app) const {
+    if (app != reinterpret_cast<const HostApplication*>(this) || m_automationRefs == 0)
+        throw std::logic_error("automation object used without a reference");
+}
+
+HostDocument* SimHost::AutoDocument(HostAutoDocument* doc) {
+    auto* handle = reinterpret_cast<HostDocument*>(doc);
+    Document(handle);  // must still be open
+    return handle;
+}
+
+HostAutoDocument* SimHost::DocumentItem(HostApplication* app, int index) {
+    CheckAutomation(SimAutomationCall::DocumentItem);
+    CheckApplication(app);
+    if (index < 0 || static_cast<std::size_t>(index) >= m_documents.size())
+        throw ComError(static_cast<HRESULT>(0x80070057), L"The parameter is incorrect.");
+    ++m_automationRefs;
+    return reinterpret_cast<HostAutoDocument*>(m_documents[static_cast<std::size_t>(index)].get());
+}
+
+HostAutoDocument* SimHost::OpenDocument(HostApplication* app, const std::wstring& path,
+                                        bool readOnly) {
+    CheckAutomation(SimAutomationCall::OpenDocument);
+    CheckApplication(app);
+    std::unique_ptr<InputFile> file = Use<FileSystem>().OpenRead(path);
+    if (!file)
+        throw ComError(hr::kFail, L"Error opening file");
+    char head[6] = {};
+    file->ReadAt(0, head, sizeof head);
+    // The host refuses a newer format with an error of its own kind, not an automation error.
+    const std::string format(head, sizeof head);
+    if (format.compare(0, 2, "AC") == 0 && format > m_newestFormat)
+        throw std::runtime_error("drawing file was created by a newer release");
+    HostDocument* doc = OpenDrawing(path, readOnly);
+    // A drawing opened through automation comes up with DBMOD set, its value before pushed:
+    // the caller pops it.
+    SimDocument& d = Document(doc);
+    d.pushedDbmod.push_back(d.dbmod);
+    d.dbmod |= 1;
+    ++m_automationRefs;
+    return reinterpret_cast<HostAutoDocument*>(doc);
+}
+
+std::wstring SimHost::FullName(HostAutoDocument* doc) {
+    CheckAutomation(SimAutomationCall::FullName);
+    return Document(AutoDocument(doc)).pathName;
+}
+
+void SimHost::Activate(HostAutoDocument* doc) {
+    CheckAutomation(SimAutomationCall::Activate);
+    Activate(AutoDocument(doc));
+}
+
+HostAutoView* SimHost::AddView(HostAutoDocument* doc, const std::wstring& name) {
+    CheckAutomation(SimAutomationCall::AddView);
+    HostDocument* handle = AutoDocument(doc);
+    for (auto& view : m_views) {
+        if (view->doc == handle && EqualNoCase(view->name, name)) {
+            ++m_automationRefs;
+            return reinterpret_cast<HostAutoView*>(view.get());
+        }
+    }
+    SimDatabase& db = DatabaseOf(handle);
+    if (FindView(db, name) == 0)
+        db.AddView(name);
+    m_views.push_back(std::make_unique<SimView>(SimView{handle, name, {}}));
+    ++m_automationRefs;
+    return reinterpret_cast<HostAutoView*>(m_views.back().get());
+}
+
+void SimHost::Release(HostAutoView* view) {
+    if (view == nullptr || m_automationRefs == 0)
+        throw std::logic_error("view released more often than obtained");
+    --m_automationRefs;
+}
+
+int SimHost::ActiveSpace(HostAutoDocument* doc) {
+    CheckAutomation(SimAutomationCall::ActiveSpace);
+    return DatabaseOf(AutoDocument(doc)).Tilemode() ? space::kModel : space::kPaper;
+}
+
+HostAutoViewport* SimHost::ActiveViewport(HostAutoDocument* doc, bool paper) {
+    CheckAutomation(SimAutomationCall::ActiveViewport);
+    ++m_automationRefs;
+    return reinterpret_cast<HostAutoViewport*>(&Viewport(AutoDocument(doc), paper));
+}
+
+void SimHost::Release(HostAutoViewport* viewport) {
+    if (viewport == nullptr || m_automationRefs == 0)
+        throw std::logic_error("viewport released more often than obtained");
+    --m_automationRefs;
+}
+
+std::wstring SimHost::ActiveLayoutName(HostAutoDocument* doc) {
+    CheckAutomation(SimAutomationCall::ActiveLayoutName);
+    SimDatabase& db = DatabaseOf(AutoDocument(doc));
+    return db.Object(db.Object(db.CurrentSpaceId()).layoutId).name;
+}
+
+ViewValue SimHost::GetViewport(HostAutoViewport* viewport, ViewProperty property) {
+    CheckAutomation(SimAutomationCall::GetViewport);
+    const auto& vp = *reinterpret_cast<SimViewport*>(viewport);
+    switch (property) {
+        case ViewProperty::Center:
+            return vp.center;
+        case ViewProperty::Direction:
+            return vp.direction;
+        case ViewProperty::Height:
+            return vp.height;
+        case ViewProperty::Target:
+            return vp.target;
+        case ViewProperty::Width:
+            return vp.width;
+    }
+    throw std::logic_error("no such viewport property");
+}
+
+void SimHost::SetView(HostAutoView* view, ViewProperty property, const ViewValue& value) {
+    CheckAutomation(SimAutomationCall::SetView);
+    auto& v = *reinterpret_cast<SimView*>(view);
+    v.values[property] = value;
+    if (property != ViewProperty::Center)
+        return;
+    SimDatabase& db = DatabaseOf(v.doc);
+    if (DbObjectId id = FindView(db, v.name))
+        db.Object(id).center = DbPoint2d{value.x, value.y};
+}
+
+std::map<ViewProperty, ViewValue> SimHost::ViewValues(HostDocument* doc,
+                                                      const std::wstring& name) const {
+    for (const auto& view : m_views) {
+        if (view->doc == doc && EqualNoCase(view->name, name))
+            return view->values;
+    }
+    return {};
+}
+
+// A new drawing from a template: the default one, or a file that must be there.
+HostDocument* SimHost::NewDrawingFrom(const std::wstring& templateName) {
+    if (!templateName.empty() && !Use<FileSystem>().Stat(templateName))
+        throw ComError(hr::kFail, L"Error opening template file");
+    HostDocument* doc = NewDrawing();
+    Document(doc).templateName = templateName;
+    return doc;
+}
+
+HostAutoDocument* SimHost::AddDocument(HostApplication* app, const std::wstring& templateName) {
+    CheckAutomation(SimAutomationCall::AddDocument);
+    CheckApplication(app);
+    HostDocument* doc = NewDrawingFrom(templateName);
+    ++m_automationRefs;
+    return reinterpret_cast<HostAutoDocument*>(doc);
+}
+
+void SimHost::AppContextNewDocument(const std::wstring& templateName) {
+    try {
+        NewDrawingFrom(templateName);
+    } catch (const ComError& e) {
+        Print(e.Description() + L"\n");  // the host reports it and makes nothing
+    }
+}
+
+std::optional<std::wstring> SimHost::Choose(void*, const std::wstring& title,
+                                            const std::wstring& start, unsigned) {
+    m_folderChoosers.emplace_back(title, start);
+    if (m_folders.empty())
+        return std::nullopt;
+    std::optional<std::wstring> folder = m_folders.front();
+    m_folders.pop_front();
+    return folder;
 }

@@ -18,10 +18,12 @@
 #include "platform/sim/sim_database.h"
 #include "platform/sim/sim_database_port.h"
 #include "platform/sim/sim_registry.h"
+#include "platform/sim/sim_shell.h"
 #include "platform/sim/sim_system_look.h"
 #include "platform/sim/sim_tab_control.h"
 #include "platform/sim/sim_window_system.h"
 #include "ports/com_error.h"
+#include "ports/folder_dialog.h"
 #include "ports/host_automation.h"
 #include "ports/host_documents.h"
 #include "ports/host_reactors.h"
@@ -40,7 +42,18 @@ struct SimDocument {
     int dbmod = 0;
     bool docModified = false;
     std::unique_ptr<SimDatabase> database;
-    HostWindow* view = nullptr;  // the drawing's view window in the MDI client
+    HostWindow* view = nullptr;    // the drawing's view window in the MDI client
+    std::vector<int> pushedDbmod;  // DBMOD values the host pushed, for popDbmod
+    std::wstring templateName;     // what a new drawing was made from, "" for the default
+};
+
+// A viewport as automation reads it: the model space one or the active paper space one.
+struct SimViewport {
+    ViewValue center;
+    ViewValue direction{0, 0, 1};
+    ViewValue height;
+    ViewValue target;
+    ViewValue width;
 };
 
 // The automation calls that a test can make fail one at a time.
@@ -50,6 +63,18 @@ enum class SimAutomationCall {
     DocumentOfDatabase,
     GetVariable,
     CreateSheetSetManager,
+    // Opening drawings and named views.
+    DocumentItem,
+    OpenDocument,
+    AddDocument,
+    FullName,
+    Activate,
+    AddView,
+    ActiveSpace,
+    ActiveViewport,
+    ActiveLayoutName,
+    GetViewport,
+    SetView,
 };
 
 struct SimMessageBox {
@@ -62,7 +87,8 @@ class SimHost : public HostServices,
                 public HostDocuments,
                 public HostAutomation,
                 public HostReactors,
-                public MessageBoxes {
+                public MessageBoxes,
+                public FolderDialog {
 public:
     SimHost();
     ~SimHost() override;
@@ -133,6 +159,26 @@ public:
     void SetHasEditor(bool has) { m_hasEditor = has; }
     void SetHasDocManager(bool has) { m_hasDocManager = has; }
 
+    // --- opening drawings, templates and views ---
+    // The release the host reports and the newest drawing format it reads; Documents.Open
+    // refuses a file whose head names a newer one.
+    void SetRelease(const std::wstring& release, const std::string& newestFormat);
+    // The host profile's template folder: TemplatePath below the profile's "General" key.
+    void SetTemplatePath(const std::wstring& folder);
+    // What the user types at the next string prompts; an empty queue is Escape.
+    void QueueInput(const std::wstring& text) { m_inputs.push_back(text); }
+    const std::vector<std::wstring>& Prompts() const { return m_prompts; }
+    SimViewport& Viewport(HostDocument* doc, bool paper) { return m_viewports[{doc, paper}]; }
+    // What automation set on a named view of the drawing, by property.
+    std::map<ViewProperty, ViewValue> ViewValues(HostDocument* doc, const std::wstring& name) const;
+    SimShell& FileShell() { return m_shell; }
+    // What the next folder chooser is answered with; nothing (or an empty queue) is Cancel.
+    void QueueFolder(std::optional<std::wstring> folder) { m_folders.push_back(std::move(folder)); }
+    // Title and starting folder of each chooser shown.
+    const std::vector<std::pair<std::wstring, std::wstring>>& FolderChoosers() const {
+        return m_folderChoosers;
+    }
+
     // --- what a test looks at ---
     SimWindowSystem& Windows() { return m_windows; }
     SimDatabasePort& DatabasePort() { return m_databasePort; }
@@ -176,6 +222,8 @@ public:
     void RemoveMessageWatcher(HostMessageWatcher watcher) override;
     void RegisterAppMdiAware(HostAppPacket* pkt) override { m_mdiAware.push_back(pkt); }
     void UnlockApplication(HostAppPacket* pkt) override { m_unlocked.push_back(pkt); }
+    std::wstring ReleaseName() override { return m_release; }
+    std::optional<std::wstring> GetString(const std::wstring& prompt, bool allowSpaces) override;
 
     // --- HostDocuments ---
     HostDocument* MdiActiveDocument() override { return m_active; }
@@ -191,6 +239,8 @@ public:
     bool IsReadOnly(HostDocument* doc) override { return Document(doc).readOnly; }
     bool IsModified(HostDocument* doc) override { return Document(doc).docModified; }
     HostDatabase* Database(HostDocument* doc) override { return Document(doc).database->Handle(); }
+    void PopDbmod(HostDocument* doc) override;
+    void AppContextNewDocument(const std::wstring& templateName) override;
 
     // --- HostAutomation ---
     HostApplication* QueryApplication() override;
@@ -202,6 +252,20 @@ public:
     int GetIntVariable(HostAutoDocument* doc, const std::wstring& name) override;
     HostSheetSetManager* CreateSheetSetManager() override;
     void Release(HostSheetSetManager* manager) override;
+    HostAutoDocument* DocumentItem(HostApplication* app, int index) override;
+    HostAutoDocument* OpenDocument(HostApplication* app, const std::wstring& path,
+                                   bool readOnly) override;
+    HostAutoDocument* AddDocument(HostApplication* app, const std::wstring& templateName) override;
+    std::wstring FullName(HostAutoDocument* doc) override;
+    void Activate(HostAutoDocument* doc) override;
+    HostAutoView* AddView(HostAutoDocument* doc, const std::wstring& name) override;
+    void Release(HostAutoView* view) override;
+    int ActiveSpace(HostAutoDocument* doc) override;
+    HostAutoViewport* ActiveViewport(HostAutoDocument* doc, bool paper) override;
+    void Release(HostAutoViewport* viewport) override;
+    std::wstring ActiveLayoutName(HostAutoDocument* doc) override;
+    ViewValue GetViewport(HostAutoViewport* viewport, ViewProperty property) override;
+    void SetView(HostAutoView* view, ViewProperty property, const ViewValue& value) override;
 
     // --- HostReactors: fired in the order they were added ---
     bool HasEditor() override { return m_hasEditor; }
@@ -213,6 +277,10 @@ public:
 
     // --- MessageBoxes: answered from the queue, kIdOk when it is empty ---
     int Show(const std::wstring& text, const std::wstring& caption, unsigned flags) override;
+
+    // --- FolderDialog: answered from its queue ---
+    std::optional<std::wstring> Choose(void* parent, const std::wstring& title,
+                                       const std::wstring& start, unsigned flags) override;
 
 private:
     HostDocument* AddDocument(std::unique_ptr<SimDocument> doc);
@@ -291,6 +359,25 @@ private:
     int m_mainExecutableYear = 2006;
     std::wstring m_productVersion = L"2, 0, 0, 97";
 
+    // Opening drawings, templates and views.
+    struct SimView {
+        HostDocument* doc = nullptr;
+        std::wstring name;
+        std::map<ViewProperty, ViewValue> values;
+    };
+    HostDocument* AutoDocument(HostAutoDocument* doc);
+    void CheckApplication(HostApplication* app) const;
+    HostDocument* NewDrawingFrom(const std::wstring& templateName);
+    SimShell m_shell;
+    std::wstring m_release = L"17.0s (LMS Tech)";
+    std::string m_newestFormat = "AC1021";
+    std::deque<std::wstring> m_inputs;
+    std::vector<std::wstring> m_prompts;
+    std::map<std::pair<HostDocument*, bool>, SimViewport> m_viewports;
+    std::vector<std::unique_ptr<SimView>> m_views;
+    std::deque<std::optional<std::wstring>> m_folders;
+    std::vector<std::pair<std::wstring, std::wstring>> m_folderChoosers;
+
     ScopedPort<HostServices> m_servicesPort;
     ScopedPort<HostDocuments> m_documentsPort;
     ScopedPort<HostAutomation> m_automationPort;
@@ -302,4 +389,6 @@ private:
     ScopedPort<HostDatabasePort> m_databasePortSlot;
     ScopedPort<KeyValueStore> m_registryPort;
     ScopedPort<SystemLook> m_lookPort;
+    ScopedPort<Shell> m_shellPort{m_shell};
+    ScopedPort<FolderDialog> m_folderDialogPort{*this};
 };

@@ -1,5 +1,6 @@
 #include "bar/editor_reactor.h"
 
+#include "bar/auto_ref.h"
 #include "bar/host_callback.h"
 #include "bar/hv_tabrow.h"
 #include "layout/host_windows.h"
@@ -10,21 +11,7 @@
 
 namespace {
 
-// One reference to a drawing's automation document, released however the scope ends.
-class AutoDocumentRef {
-public:
-    explicit AutoDocumentRef(HostAutoDocument* doc) : m_pDoc(doc) {}
-    ~AutoDocumentRef() {
-        if (m_pDoc != nullptr)
-            Use<HostAutomation>().Release(m_pDoc);
-    }
-    AutoDocumentRef(const AutoDocumentRef&) = delete;
-    AutoDocumentRef& operator=(const AutoDocumentRef&) = delete;
-    HostAutoDocument* Get() const { return m_pDoc; }
-
-private:
-    HostAutoDocument* m_pDoc;  // owns one reference
-};
+using AutoDocumentRef = AutoRef<HostAutoDocument>;
 
 bool IsColourCommand(const std::wstring& command) {
     // Compared exactly: the host reports its global names in capitals.

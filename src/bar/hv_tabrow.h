@@ -4,12 +4,15 @@
 // drawing is active. Its settings are fields of its own, as the rest of the system reads them.
 
 #include <cstdint>
+#include <deque>
 #include <string>
 #include <vector>
 
 #include "foundation/win_types.h"
 #include "bar/doc_manager_reactor.h"
+#include "bar/drawing_contents.h"
 #include "bar/editor_reactor.h"
+#include "bar/file_entry.h"
 #include "ports/window_handler.h"
 #include "settings/tabrow_settings.h"
 #include "views/dwg_palette.h"
@@ -67,8 +70,20 @@ public:
     // The tab control's selection notifications go to OnTabSelChanging and OnTabSelChange.
     MsgResult OnNotify(const win::NMHDR& header) override;
 
-    // The recent drawings; for now the names are only recorded, newest last.
+    // Opening drawings: any file through its program, a drawing through the host unless it is
+    // open already. The recent drawings live in the settings store, newest first; the list here
+    // is a copy that each load renews.
+    void OpenFile(const TrFileEntry& entry, bool bWarn, bool bPopDbmod);
+    void LoadRecentFiles();
+    void SaveRecentFiles();
     void AddRecentFile(const std::wstring& path);
+    // The double click on the bar: the newest recent drawing.
+    void OpenLastDrawing();
+    // The "*.dwt" files of the host's template folder, one id each from the counter.
+    void LoadTemplates(unsigned* pNextId);
+    // The menu's "Change Template Path..." (the host profile's folder) and "Empty Drawing".
+    void OnChangeTemplatePath();
+    void OnEmptyDrawing();
 
     // The thickness that the hook cuts out of the MDI client or the command window.
     int CalcTabBarSize(const win::RECT* prc);
@@ -85,7 +100,8 @@ public:
     HvRegImpl& m_store;  // the settings' store; outlives the bar. Before the reactors, which read it
     HvDwgTabCtrl m_tabCtrl{*this};
     HvDwgPalette m_palette{*this};
-    std::vector<std::wstring> m_RecentFiles;
+    std::deque<std::wstring> m_RecentFiles;
+    TrPathRows m_TemplateItems;
     HvTrEditorReactor m_editorReactor{this};
     HvTrDocManagerReactor m_docManagerReactor{this};
     std::int32_t m_bCreated = 0;    // the children exist

@@ -176,7 +176,3 @@ void HvTabrow::OnTabSelChange() {
         Use<HostDocuments>().SetCurDocument(doc);
     Use<WindowSystem>().Redraw(m_tabCtrl.m_hWnd, kRedrawNow);
 }
-
-void HvTabrow::AddRecentFile(const std::wstring& path) {
-    m_RecentFiles.push_back(path);
-}

@@ -1,7 +1,7 @@
 #include "host/tabrow_app.h"
 
 #include "bar/hv_tabrow.h"
-#include "host/command_edge.h"
+#include "bar/command_edge.h"
 #include "host/mdi_client_hook.h"
 #include "host/message_watcher.h"
 #include "layout/relayout.h"

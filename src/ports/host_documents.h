@@ -30,4 +30,9 @@ public:
     virtual bool IsReadOnly(HostDocument* doc) = 0;
     virtual bool IsModified(HostDocument* doc) = 0;  // DBMOD != 0
     virtual HostDatabase* Database(HostDocument* doc) = 0;
+    // popDbmod: DBMOD back to the value the host pushed before it changed it on its own.
+    virtual void PopDbmod(HostDocument* doc) = 0;
+    // appContextNewDocument: a new drawing from a template ("" for the default) while no
+    // document is there to run automation in.
+    virtual void AppContextNewDocument(const std::wstring& templateName) = 0;
 };

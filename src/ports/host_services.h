@@ -75,4 +75,11 @@ public:
     // The dynamic linker.
     virtual void RegisterAppMdiAware(HostAppPacket* pkt) = 0;
     virtual void UnlockApplication(HostAppPacket* pkt) = 0;
+
+    // The host's release text ("17.0s (LMS Tech)"); its leading number is the host's version.
+    virtual std::wstring ReleaseName() = 0;
+    // A string typed at the command line after `prompt`, spaces allowed or not; nothing when the
+    // user cancels or the input is not a normal one.
+    virtual std::optional<std::wstring> GetString(const std::wstring& prompt,
+                                                  bool allowSpaces) = 0;
 };

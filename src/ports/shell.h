@@ -13,4 +13,7 @@ public:
     virtual ~Shell() = default;
     // The icon and type of `path`; the file need not exist (the name alone decides then).
     virtual ShellFileInfo DescribeFile(const std::wstring& path) = 0;
+    // Opens `path` with the program the shell has for it (no verb, no parameters, no folder),
+    // its window shown as `showCommand` says.
+    virtual void Open(const std::wstring& path, int showCommand) = 0;
 };

@@ -136,7 +136,7 @@ TEST_P(SaveAsRenames, InBothViewsAndResortsWhenSorted) {
     EXPECT_EQ(Bar().ActiveDocument(), zeta);
     for (std::size_t i = 0; i < Bar().m_palette.m_items.size(); ++i)
         EXPECT_EQ(Bar().m_palette.m_items[i]->nIndex, static_cast<int>(i));
-    EXPECT_EQ(Bar().m_RecentFiles.back(), L"C:\\y\\aaa.dwg");
+    EXPECT_EQ(Bar().m_RecentFiles.front(), L"C:\\y\\aaa.dwg");
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -47,6 +47,10 @@ protected:
     }
 
     HvTabrow& Bar() { return *g_pTabrow; }
+    // The bar's recent drawings, newest first.
+    std::vector<std::wstring> Recent() {
+        return {Bar().m_RecentFiles.begin(), Bar().m_RecentFiles.end()};
+    }
     HostWindow* Tabs() { return Bar().m_tabCtrl.m_hWnd; }
     HostWindow* Palette() { return Bar().m_palette.m_hWnd; }
     std::vector<std::wstring> TabTexts() {

@@ -18,7 +18,7 @@ TEST_F(DocumentSession, SaveAsAtThePromptRenamesTheTabAndClearsTheMark) {
     host.QueueFileName(L"C:\\jobs\\plan-rev2.dwg");
     host.Type(L"_.saveas");
     EXPECT_EQ(TabTexts(), (Texts{L"plan-rev2"}));
-    EXPECT_EQ(Bar().m_RecentFiles, (Texts{L"C:\\jobs\\plan-rev2.dwg"}));
+    EXPECT_EQ(Recent(), (Texts{L"C:\\jobs\\plan-rev2.dwg"}));
     // Reported in another case it is no renaming save: the mark goes, the name stays.
     host.ReportCommandsAsTyped(true);
     host.Modify(plan);
@@ -40,7 +40,7 @@ TEST_F(DocumentSession, OpeningADrawingRecordsItAsRecentEvenWithTheBarOff) {
     Load();
     host.Type(L"TROFF");
     HostDocument* plan = host.OpenDrawing(L"C:\\jobs\\plan.dwg");
-    EXPECT_EQ(Bar().m_RecentFiles, (Texts{L"C:\\jobs\\plan.dwg"}));
+    EXPECT_EQ(Recent(), (Texts{L"C:\\jobs\\plan.dwg"}));
     // Marks, though, wait for the bar to be on again.
     host.Modify(plan);
     host.Type(L"LINE");

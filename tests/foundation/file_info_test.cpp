@@ -17,6 +17,8 @@ struct NamingShell : Shell {
     ShellFileInfo DescribeFile(const std::wstring& path) override {
         return {7, L"Drawing (" + path.substr(path.rfind(L'.') + 1) + L")"};
     }
+    // Describing a file never opens it.
+    void Open(const std::wstring&, int) override { ADD_FAILURE() << "the shell opened a file"; }
 };
 
 class FileInfoTest : public ::testing::Test {

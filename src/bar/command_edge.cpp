@@ -1,4 +1,4 @@
-#include "host/command_edge.h"
+#include "bar/command_edge.h"
 
 #include <cstdio>
 
