@@ -31,6 +31,7 @@ SimHost::SimHost()
     : m_servicesPort(*this),
       m_documentsPort(*this),
       m_automationPort(*this),
+      m_documentAutomationPort(*this),
       m_reactorsPort(*this),
       m_tabControlsPort(m_tabControls),
       m_messageBoxPort(*this),
@@ -124,6 +125,8 @@ void SimHost::SaveDocument(HostDocument* doc, const std::wstring& command) {
         Print(L"\nDrawing is read-only; it cannot be saved under its own name.\n");
         return;
     }
+    if (!DiskTakesSave(d, path))
+        return;
     d.pathName = path;
     d.title = TitleOf(path);
     d.readOnly = false;

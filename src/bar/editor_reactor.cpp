@@ -1,5 +1,6 @@
 #include "bar/editor_reactor.h"
 
+#include "bar/auto_document_ptr.h"
 #include "bar/host_callback.h"
 #include "bar/hv_tabrow.h"
 #include "layout/host_windows.h"
@@ -9,22 +10,6 @@
 #include "settings/tabrow_settings.h"
 
 namespace {
-
-// One reference to a drawing's automation document, released however the scope ends.
-class AutoDocumentRef {
-public:
-    explicit AutoDocumentRef(HostAutoDocument* doc) : m_pDoc(doc) {}
-    ~AutoDocumentRef() {
-        if (m_pDoc != nullptr)
-            Use<HostAutomation>().Release(m_pDoc);
-    }
-    AutoDocumentRef(const AutoDocumentRef&) = delete;
-    AutoDocumentRef& operator=(const AutoDocumentRef&) = delete;
-    HostAutoDocument* Get() const { return m_pDoc; }
-
-private:
-    HostAutoDocument* m_pDoc;  // owns one reference
-};
 
 bool IsColourCommand(const std::wstring& command) {
     // Compared exactly: the host reports its global names in capitals.
@@ -103,7 +88,7 @@ void HvTrEditorReactor::OnCommandFinished(const std::wstring& name) {
             if (automation.HasOleLinkManager()) {
                 // DBMOD through the drawing's automation document outranks the document's own
                 // flag; a database that offers no such document leaves the flag standing.
-                AutoDocumentRef autoDoc(automation.DocumentOfDatabase(docs.Database(doc)));
+                AutoDocumentPtr autoDoc(automation.DocumentOfDatabase(docs.Database(doc)));
                 if (autoDoc.Get() != nullptr)
                     modified = automation.GetIntVariable(autoDoc.Get(), L"DBMOD") >= 1;
             }
