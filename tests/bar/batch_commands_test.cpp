@@ -64,6 +64,13 @@ void PrintTo(const BatchCase& c, std::ostream* os) {
 
 class BatchCommands : public DocumentSession, public ::testing::WithParamInterface<BatchCase> {
 protected:
+    // A host that quits frees the hooks on its windows when they go, which it does last.
+    ~BatchCommands() override {
+        if (host.IsQuitting()) {
+            Unload();
+            host.Windows().Destroy(host.Windows().HostFrame());
+        }
+    }
     void Open(const std::wstring& drawings) {
         for (const std::wstring& word : Split(drawings, L' ')) {
             const std::vector<std::wstring> parts = Split(word, L':');
@@ -126,6 +133,9 @@ TEST_P(BatchCommands, VisitsSavesClosesAndReportsAsTheUserExpects) {
         host.QueueAnswer(answer);
     Command(c.id);
     Check(c);
+    // Exit, No Save hides the frame while the drawings go, for good once the host quits.
+    EXPECT_EQ(host.Windows().IsVisible(host.Windows().HostFrame()),
+              c.id != cmd::kExitNoSave || !host.IsQuitting());
 }
 
 const std::wstring kRejected = L"Error [0x80010001]\nCall was rejected by callee.";
