@@ -41,6 +41,7 @@ SimHost::SimHost()
     : m_servicesPort(*this),
       m_documentsPort(*this),
       m_automationPort(*this),
+      m_documentAutomationPort(*this),
       m_reactorsPort(*this),
       m_tabControlsPort(m_tabControls),
       m_messageBoxPort(*this),
@@ -134,6 +135,8 @@ void SimHost::SaveDocument(HostDocument* doc, const std::wstring& command) {
         Print(L"\nDrawing is read-only; it cannot be saved under its own name.\n");
         return;
     }
+    if (!DiskTakesSave(d, path))
+        return;
     d.pathName = path;
     d.title = TitleOf(path);
     d.readOnly = false;
@@ -612,7 +615,9 @@ std::wstring SimHost::FullName(HostAutoDocument* doc) {
 
 void SimHost::Activate(HostAutoDocument* doc) {
     CheckAutomation(SimAutomationCall::Activate);
-    Activate(AutoDocument(doc));
+    HostDocument* handle = AutoDocument(doc);
+    Log(L"Activate", handle);
+    Activate(handle);
 }
 
 HostAutoView* SimHost::AddView(HostAutoDocument* doc, const std::wstring& name) {

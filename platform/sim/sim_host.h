@@ -24,6 +24,7 @@
 #include "platform/sim/sim_window_system.h"
 #include "ports/com_error.h"
 #include "ports/folder_dialog.h"
+#include "ports/document_automation.h"
 #include "ports/host_automation.h"
 #include "ports/host_documents.h"
 #include "ports/host_reactors.h"
@@ -31,6 +32,11 @@
 #include "ports/message_box.h"
 #include "ports/port.h"
 #include "ports/window_messages.h"
+
+// Why a save of a drawing fails. A file that is read-only on the disk or locked by another
+// user is reported by the save command on the command line, and the drawing stays modified; a
+// refused save is the host rejecting the automation call that would start it.
+enum class SimSaveFailure { None, ReadOnlyFile, LockedElsewhere, Refused };
 
 struct SimDocument {
     std::wstring pathName;  // full path; a new drawing's is its bare name
@@ -45,6 +51,10 @@ struct SimDocument {
     HostWindow* view = nullptr;    // the drawing's view window in the MDI client
     std::vector<int> pushedDbmod;  // DBMOD values the host pushed, for popDbmod
     std::wstring templateName;     // what a new drawing was made from, "" for the default
+
+    // --- saving and plotting ---
+    SimSaveFailure saveFailure = SimSaveFailure::None;
+    std::wstring plotDevice = L"Default Printer";  // empty: the device it names is missing
 };
 
 // A viewport as automation reads it: the model space one or the active paper space one.
@@ -75,6 +85,20 @@ enum class SimAutomationCall {
     ActiveLayoutName,
     GetViewport,
     SetView,
+    // the batch commands' calls
+    ActiveDocument,
+    ReadOnly,
+    SendCommand,
+    Close,
+    PlotToDevice,
+};
+
+// A drawing sent to its plot device, and BACKGROUNDPLOT as it stood while it plotted.
+struct SimPlot {
+    std::wstring title;
+    std::wstring device;
+    std::wstring backgroundPlot;
+    friend bool operator==(const SimPlot&, const SimPlot&) = default;
 };
 
 struct SimMessageBox {
@@ -86,6 +110,7 @@ struct SimMessageBox {
 class SimHost : public HostServices,
                 public HostDocuments,
                 public HostAutomation,
+                public DocumentAutomation,
                 public HostReactors,
                 public MessageBoxes,
                 public FolderDialog {
@@ -267,6 +292,28 @@ public:
     ViewValue GetViewport(HostAutoViewport* viewport, ViewProperty property) override;
     void SetView(HostAutoView* view, ViewProperty property, const ViewValue& value) override;
 
+    // --- DocumentAutomation (sim_host_batch.cpp) ---
+    // Every call is written to AutomationLog() as "Call" or "Call title": the order in which
+    // the batch commands visit, activate, zoom, send, close and plot.
+    const std::vector<std::wstring>& AutomationLog() const { return m_automationLog; }
+    const std::vector<SimPlot>& Plots() const { return m_plots; }
+    void SendModelessOperationStart(const std::wstring& name) override;
+    void SendModelessOperationEnded(const std::wstring& name) override;
+    HostAutoDocument* ActiveDocument(HostApplication* app) override;
+    void ZoomExtents(HostApplication* app) override;
+    void ZoomAll(HostApplication* app) override;
+    void Quit(HostApplication* app) override;
+    bool IsReadOnly(HostAutoDocument* doc) override;
+    // Each complete line is typed in the drawing (PSPACE leaves a viewport: CVPORT 1); text
+    // after the last "\n" waits for more input and does nothing.
+    void SendCommand(HostAutoDocument* doc, const std::wstring& text) override;
+    // A missing SaveChanges on a modified drawing asks "Save changes to <title>?" (Yes, No,
+    // Cancel) as the host does; Yes saves, and a save that leaves the drawing modified or a
+    // Cancel keeps it open and fails the call.
+    void Close(HostAutoDocument* doc, std::optional<bool> saveChanges) override;
+    void RefreshPlotDeviceInfo(HostAutoDocument* doc) override;
+    bool PlotToDevice(HostAutoDocument* doc) override;
+
     // --- HostReactors: fired in the order they were added ---
     bool HasEditor() override { return m_hasEditor; }
     bool HasDocManager() override { return m_hasDocManager; }
@@ -287,6 +334,12 @@ private:
     void CloseDocument(HostDocument* doc);
     void CheckAutomation(SimAutomationCall call);
     void SaveDocument(HostDocument* doc, const std::wstring& command);
+    // The disk's answer to a save under the drawing's own name: false when it fails, after the
+    // save command has said why on the command line.
+    bool DiskTakesSave(const SimDocument& d, const std::wstring& path);
+    HostDocument* Automated(HostAutoDocument* doc, SimAutomationCall call);
+    HostAutoDocument* Referenced(HostDocument* doc);
+    void Log(const std::wstring& call, HostDocument* doc = nullptr);
     void RunCommand(const std::wstring& name, const std::function<void()>& body);
     void FinishCommand(bool cancelled);
     static std::wstring GlobalName(const std::wstring& typed);
@@ -358,6 +411,9 @@ private:
     bool m_quitting = false;
     int m_mainExecutableYear = 2006;
     std::wstring m_productVersion = L"2, 0, 0, 97";
+    // saving, closing and plotting
+    std::vector<std::wstring> m_automationLog;
+    std::vector<SimPlot> m_plots;
 
     // Opening drawings, templates and views.
     struct SimView {
@@ -381,6 +437,7 @@ private:
     ScopedPort<HostServices> m_servicesPort;
     ScopedPort<HostDocuments> m_documentsPort;
     ScopedPort<HostAutomation> m_automationPort;
+    ScopedPort<DocumentAutomation> m_documentAutomationPort;
     ScopedPort<HostReactors> m_reactorsPort;
     ScopedPort<TabControls> m_tabControlsPort;
     ScopedPort<MessageBoxes> m_messageBoxPort;

@@ -11,8 +11,6 @@
 
 namespace {
 
-using AutoDocumentRef = AutoRef<HostAutoDocument>;
-
 bool IsColourCommand(const std::wstring& command) {
     // Compared exactly: the host reports its global names in capitals.
     return command == L"CONFIG" || command == L"OPTIONS" || command == L"PREFERENCES";
@@ -90,7 +88,7 @@ void HvTrEditorReactor::OnCommandFinished(const std::wstring& name) {
             if (automation.HasOleLinkManager()) {
                 // DBMOD through the drawing's automation document outranks the document's own
                 // flag; a database that offers no such document leaves the flag standing.
-                AutoDocumentRef autoDoc(automation.DocumentOfDatabase(docs.Database(doc)));
+                AutoDocumentPtr autoDoc(automation.DocumentOfDatabase(docs.Database(doc)));
                 if (autoDoc.Get() != nullptr)
                     modified = automation.GetIntVariable(autoDoc.Get(), L"DBMOD") >= 1;
             }

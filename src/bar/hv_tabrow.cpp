@@ -1,5 +1,7 @@
 #include "bar/hv_tabrow.h"
 
+#include "bar/batch_commands.h"
+#include "bar/plot_all.h"
 #include "layout/host_windows.h"
 #include "layout/relayout.h"
 #include "ports/host_services.h"
@@ -123,4 +125,24 @@ MsgResult HvTabrow::OnNotify(const win::NMHDR& header) {
         case tcn::kSelChange: OnTabSelChange(); return MsgResult::Handled();
         default: return MsgResult::NotHandled();
     }
+}
+
+MsgResult HvTabrow::OnCommand(unsigned id, unsigned /*code*/, HostWindow* /*control*/) {
+    TrBatchCommands batch(*this, m_pHostApp);
+    TrPlotAll plot(batch);
+    switch (id) {
+        case cmd::kSaveAll: batch.OnSaveAll(); break;
+        case cmd::kCloseAll: batch.OnCloseAll(); break;
+        case cmd::kSaveAndCloseAll: batch.OnSaveAndCloseAll(); break;
+        case cmd::kCloseAllNoSave: batch.OnCloseAllNoSave(); break;
+        case cmd::kClose: batch.OnClose(); break;
+        case cmd::kPlotDrawing: plot.OnPlotDrawing(); break;
+        case cmd::kQuickPlotAll: plot.OnQuickPlotAll(); break;
+        case cmd::kPlotDialog: plot.OnPlotDialog(); break;
+        case cmd::kPlotAll: plot.OnPlotAll(); break;
+        case cmd::kExitSaveAll: batch.OnExitSaveAll(); break;
+        case cmd::kExitNoSave: batch.OnExitNoSave(); break;
+        default: return MsgResult::NotHandled();
+    }
+    return MsgResult::Handled();
 }

@@ -69,6 +69,8 @@ public:
     MsgResult OnKeepFocus() override;
     // The tab control's selection notifications go to OnTabSelChanging and OnTabSelChange.
     MsgResult OnNotify(const win::NMHDR& header) override;
+    // The menu's commands, by id.
+    MsgResult OnCommand(unsigned id, unsigned code, HostWindow* control) override;
 
     // Opening drawings: any file through its program, a drawing through the host unless it is
     // open already. The recent drawings live in the settings store, newest first; the list here
@@ -107,6 +109,7 @@ public:
     std::int32_t m_bCreated = 0;    // the children exist
     std::int32_t m_nTabRows = 1;    // the tab control's rows as last seen
     std::uint8_t m_bSwitching = 0;  // the bar itself asks the host to switch drawings
+    HostDocument* m_pMenuDoc = nullptr;  // the drawing the context menu was opened on
 
 private:
     // The palette first, then the tabs, as every list change goes.
