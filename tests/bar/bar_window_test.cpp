@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 
 #include "bar/document_session.h"
@@ -47,39 +48,34 @@ protected:
     int Setting(const wchar_t* key) { return theApp.GetInt(L"", key, -1); }
 };
 
-TEST_F(BarWindowSession, TheBarMakesItsChildrenHiddenWithTheirTitlesIdsAndFonts) {
+TEST_F(BarWindowSession, TheBarMakesItsChildrenHiddenWithTheirTitlesIdsAndFontsAndCannotBeClosed) {
     win::LOGFONTW tabFont;
     tabFont.lfHeight = -15;
     ASSERT_TRUE(HvRegImpl(kKey, L"").SetFont(L"", L"TabFont", tabFont));
     Load();
-    const SimWindow& bar = Windows().Window(BarWindow());
-    EXPECT_EQ(bar.title, L"Harvane Tabrow Wnd");
-    EXPECT_EQ(bar.id, 11265);
-    EXPECT_EQ(bar.parent, g_hwndFrame);
-    const SimWindow& palette = Windows().Window(Palette());
-    EXPECT_EQ(palette.title, L"Harvane Doc Palette");
-    EXPECT_EQ(palette.id, 1001);
-    EXPECT_EQ(palette.parent, BarWindow());
-    const SimWindow& tabs = Windows().Window(Tabs());
-    EXPECT_EQ(tabs.id, 1003);
-    EXPECT_EQ(tabs.parent, BarWindow());
+    struct Case {
+        HostWindow* window;
+        const wchar_t* title;
+        int id;
+        HostWindow* parent;
+        bool visible;
+        int fontHeight;  // 0: no font set
+    };
+    // The stored tab font; the label font, never stored, is the stock GUI font (-11).
+    const Case cases[] = {{BarWindow(), L"Harvane Tabrow Wnd", 11265, g_hwndFrame, true, 0},
+                          {Palette(), L"Harvane Doc Palette", 1001, BarWindow(), false, -11},
+                          {Tabs(), L"", 1003, BarWindow(), false, -15}};
+    for (const Case& c : cases) {
+        const SimWindow& w = Windows().Window(c.window);
+        EXPECT_EQ(w.title, c.title);
+        EXPECT_EQ(w.id, c.id);
+        EXPECT_EQ(w.parent, c.parent);
+        EXPECT_EQ(Windows().IsVisible(c.window), c.visible);
+        EXPECT_EQ(w.font ? w.font->lfHeight : 0, c.fontHeight);
+    }
+    EXPECT_EQ(std::u16string(Windows().Window(Palette()).font->lfFaceName), u"MS Shell Dlg");
     // In preview mode the tabs keep the style they were made with.
-    EXPECT_EQ(tabs.style, 0x40002A40u);
-    EXPECT_FALSE(Windows().IsVisible(Palette()));
-    EXPECT_FALSE(Windows().IsVisible(Tabs()));
-    // The stored tab font; the label font, never stored, is the stock GUI font.
-    ASSERT_NE(tabs.font, nullptr);
-    EXPECT_EQ(tabs.font->lfHeight, -15);
-    ASSERT_NE(palette.font, nullptr);
-    EXPECT_EQ(palette.font->lfHeight, SimSystemLook().DefaultGuiFont().lfHeight);
-    EXPECT_EQ(std::u16string(palette.font->lfFaceName), u"MS Shell Dlg");
-    EXPECT_EQ(Bar().m_lfTabFont.lfHeight, -15);
-    EXPECT_EQ(Bar().m_nTabRows, 1);
-    EXPECT_EQ(Bar().m_bCreated, 1);
-}
-
-TEST_F(BarWindowSession, ACloseMessageIsIgnoredAndTheFocusQueryAnsweredOne) {
-    Load();
+    EXPECT_EQ(Windows().Style(Tabs()), 0x40002A40u);
     EXPECT_EQ(Windows().Send(BarWindow(), wm::kClose, 0, 0), 0);
     EXPECT_TRUE(Windows().IsWindow(BarWindow()));
     EXPECT_EQ(Windows().Send(BarWindow(), wm::kAcadKeepFocus, 0, 0), 1);
@@ -191,7 +187,7 @@ TEST_F(BarWindowSession, TheInnerEdgeDragsThePreviewsThicknessWhereTheBarAllowsI
         Store(L"Size", 100);
         LoadDocked(c.side);
         const int before = Setting(c.key);
-        const std::size_t movesBefore = Windows().Moves().size();
+        const auto movesBefore = static_cast<std::ptrdiff_t>(Windows().Moves().size());
 
         Windows().Mouse(wm::kMouseMove, c.press);
         EXPECT_EQ(Windows().CursorShape(), c.cursor);
@@ -207,65 +203,52 @@ TEST_F(BarWindowSession, TheInnerEdgeDragsThePreviewsThicknessWhereTheBarAllowsI
         EXPECT_EQ(Rect(BarWindow()), c.bar);
         // The release lays out the whole frame: two moves of it.
         const auto& moves = Windows().Moves();
-        int frameMoves = 0;
-        for (std::size_t i = movesBefore; i < moves.size(); ++i)
-            frameMoves += moves[i].window == g_hwndFrame;
-        EXPECT_EQ(frameMoves, c.written < 0 ? 0 : 2);
+        EXPECT_EQ(std::count_if(moves.begin() + movesBefore, moves.end(),
+                                [](const auto& move) { return move.window == g_hwndFrame; }),
+                  c.written < 0 ? 0 : 2);
         EndCase();
     }
 }
 
-TEST_F(BarWindowSession, DockingInTheCommandWindowAndBackMovesTheBarBetweenParents) {
+TEST_F(BarWindowSession, TheBarMovesBetweenParentsWhenItDocksInTheCommandWindowOrFloats) {
     Open(2);
     LoadDocked(dock::kLeft);
-    Bar().SetDockSide(dock::kCmdWndLeft, true);
-    EXPECT_EQ(Windows().Parent(BarWindow()), g_hwndCmdContainer);
-    EXPECT_EQ(Rect(g_hwndCmdWnd), (win::RECT{300, 0, 1920, 140}));
-    EXPECT_EQ(Rect(BarWindow()), (win::RECT{0, 0, 300, 140}));
-    EXPECT_TRUE(Windows().IsVisible(Palette()));
-    RefreshHostLayout(g_hwndFrame);  // as the preferences end: the MDI client gets its room back
-    EXPECT_EQ(Rect(g_hwndMdiClient), kMdiRoom);
-
-    Bar().SetDockSide(dock::kLeft, true);
-    EXPECT_EQ(Windows().Parent(BarWindow()), g_hwndFrame);
-    EXPECT_EQ(Rect(g_hwndMdiClient), (win::RECT{100, 60, 1920, 880}));
-    EXPECT_EQ(Rect(BarWindow()), (win::RECT{0, 60, 100, 880}));
-
-    // Another side beside the MDI client keeps the parent and leaves the layout to the caller.
-    const std::size_t moves = Windows().Moves().size();
-    Bar().SetDockSide(dock::kTop, true);
-    EXPECT_EQ(Windows().Moves().size(), moves);
-    RefreshHostLayout(g_hwndFrame);
-    EXPECT_EQ(Rect(BarWindow()), (win::RECT{0, 60, 1920, 160}));
+    struct Step {
+        int side;
+        bool floating;
+        HostWindow* parent;  // null: the floating window
+        win::RECT bar;
+        win::RECT host;  // the window the bar takes its room from; the whole MDI client floating
+    };
+    // The side's relayout runs where the parent changes; the MDI client, left cut by the move
+    // into the command window, gets its room back at the host's next layout.
+    const Step steps[] = {
+        {dock::kCmdWndLeft, false, g_hwndCmdContainer, {0, 0, 300, 140}, {300, 0, 1920, 140}},
+        {dock::kLeft, false, g_hwndFrame, {0, 60, 100, 880}, {100, 60, 1920, 880}},
+        {dock::kRight, true, nullptr, {0, 0, 600, 30}, kMdiRoom},
+        {dock::kRight, false, g_hwndFrame, {1820, 60, 1920, 880}, {0, 60, 1820, 880}},
+    };
+    for (const Step& step : steps) {
+        SCOPED_TRACE(testing::Message() << step.side << (step.floating ? " floating" : ""));
+        if (step.floating)
+            Bar().m_nDockSide = step.side;
+        else if (Bar().m_bFloating == 0)
+            Bar().SetDockSide(step.side, true);
+        Bar().SetFloating(step.floating, true);
+        HostWindow* parent = step.parent ? step.parent : Bar().FloatingWindow();
+        EXPECT_EQ(Windows().Parent(BarWindow()), parent);
+        EXPECT_EQ(Windows().IsVisible(Bar().FloatingWindow()), step.floating);
+        EXPECT_EQ(Rect(BarWindow()), step.bar);
+        EXPECT_EQ(Rect(step.side == dock::kCmdWndLeft ? g_hwndCmdWnd : g_hwndMdiClient), step.host);
+        EXPECT_TRUE(Windows().IsVisible(Palette()));
+        // TROFF hides the floating window, or the docked bar, whose room goes back to the host.
+        ASSERT_TRUE(host.Type(L"TROFF"));
+        EXPECT_FALSE(Windows().IsVisible(BarWindow()));
+        EXPECT_EQ(Rect(g_hwndMdiClient), kMdiRoom);
+        ASSERT_TRUE(host.Type(L"TRON"));
+        EXPECT_TRUE(Windows().IsVisible(BarWindow()));
+    }
     EXPECT_TRUE(Windows().MisplacedMoves().empty());
-}
-
-TEST_F(BarWindowSession, FloatingTakesTheBarIntoItsWindowAndGivesTheRoomBack) {
-    Open(2);
-    LoadDocked(dock::kRight);
-    Bar().SetFloating(true, true);
-    HostWindow* floating = Bar().FloatingWindow();
-    EXPECT_EQ(Windows().Parent(BarWindow()), floating);
-    EXPECT_TRUE(Windows().IsVisible(floating));
-    EXPECT_EQ(Rect(BarWindow()), (win::RECT{0, 0, 600, 30}));
-    EXPECT_EQ(Rect(g_hwndMdiClient), kMdiRoom);
-    // TROFF hides the floating window and leaves the host's layout alone.
-    const std::size_t moves = Windows().Moves().size();
-    ASSERT_TRUE(host.Type(L"TROFF"));
-    EXPECT_FALSE(Windows().IsVisible(floating));
-    EXPECT_EQ(Windows().Moves().size(), moves);
-    ASSERT_TRUE(host.Type(L"TRON"));
-    EXPECT_TRUE(Windows().IsVisible(BarWindow()));
-
-    Bar().SetFloating(false, true);
-    EXPECT_FALSE(Windows().IsVisible(floating));
-    EXPECT_EQ(Windows().Parent(BarWindow()), g_hwndFrame);
-    EXPECT_EQ(Rect(g_hwndMdiClient), (win::RECT{0, 60, 1820, 880}));
-    EXPECT_EQ(Rect(BarWindow()), (win::RECT{1820, 60, 1920, 880}));
-    // Docked, TROFF hides the bar and gives the host its room.
-    ASSERT_TRUE(host.Type(L"TROFF"));
-    EXPECT_FALSE(Windows().IsVisible(BarWindow()));
-    EXPECT_EQ(Rect(g_hwndMdiClient), kMdiRoom);
 }
 
 }  // namespace
