@@ -141,7 +141,7 @@ TEST_F(BarWindowSession, OnEachSideTabsTakeTheirRowsOrACaptionFromTheHostsWindow
 }
 
 TEST_F(BarWindowSession, TheInnerEdgeDragsThePreviewsThicknessWhereTheBarAllowsIt) {
-    enum Block { kNone, kLocked, kFloating, kTabsBesideTheClient };
+    enum Block { kNone, kLocked, kFloating, kTabs };  // what stands in the way, if anything
     struct Case {
         int side;
         Block block;
@@ -165,7 +165,7 @@ TEST_F(BarWindowSession, TheInnerEdgeDragsThePreviewsThicknessWhereTheBarAllowsI
         {dock::kCmdWndLeft, kNone, {299, kContainerTop + 50}, {400, kContainerTop + 50},
          idc::kSizeWE, L"WidthOnCmdWnd", 400, {0, 0, 400, 140}},
         // Tabs in the command window take the user's width too.
-        {dock::kCmdWndRight, kTabsBesideTheClient, {1621, kContainerTop + 50},
+        {dock::kCmdWndRight, kTabs, {1621, kContainerTop + 50},
          {1500, kContainerTop + 50}, idc::kSizeWE, L"WidthOnCmdWnd", 420, {1500, 0, 1920, 140}},
         // A release without a move writes the old size back and lays the host out.
         {dock::kLeft, kNone, {99, 400}, {99, 400}, idc::kSizeWE, L"Size", 100,
@@ -173,7 +173,7 @@ TEST_F(BarWindowSession, TheInnerEdgeDragsThePreviewsThicknessWhereTheBarAllowsI
         // Where the edge can't be dragged the children's cursor stays, and nothing is written.
         {dock::kLeft, kLocked, {99, 400}, {150, 400}, idc::kArrow, L"Size", -1,
          {0, 60, 100, 880}},
-        {dock::kTop, kTabsBesideTheClient, {900, 85}, {900, 200}, idc::kArrow, L"Size", -1,
+        {dock::kTop, kTabs, {900, 85}, {900, 200}, idc::kArrow, L"Size", -1,
          {0, 60, 1920, 86}},
         {dock::kLeft, kFloating, {699, 115}, {750, 115}, idc::kArrow, L"Size", -1,
          {0, 0, 600, 30}},
@@ -183,7 +183,7 @@ TEST_F(BarWindowSession, TheInnerEdgeDragsThePreviewsThicknessWhereTheBarAllowsI
         Open(2);
         Store(L"LockSize", c.block == kLocked);
         Store(L"Floating", c.block == kFloating);
-        Store(L"TabMode", c.block == kTabsBesideTheClient);
+        Store(L"TabMode", c.block == kTabs);
         Store(L"Size", 100);
         LoadDocked(c.side);
         const int before = Setting(c.key);
