@@ -156,10 +156,13 @@ TEST_F(BarWindowSession, TheInnerEdgeDragsThePreviewsThicknessWhereTheBarAllowsI
     const Case cases[] = {
         {dock::kTop, kNone, {900, 159}, {900, 200}, idc::kSizeNS, L"Size", 140,
          {0, 60, 1920, 200}},
-        {dock::kBottom, kNone, {900, 781}, {900, 700}, idc::kSizeNS, L"Size", 180,
+        // The edge is the frame's width (4) either side of the bar's inner side; the new
+        // thickness is where the mouse is let go, wherever on the edge it was pressed.
+        {dock::kBottom, kNone, {900, 784}, {900, 700}, idc::kSizeNS, L"Size", 180,
          {0, 700, 1920, 880}},
-        {dock::kLeft, kNone, {99, 400}, {150, 420}, idc::kSizeWE, L"Size", 150,
+        {dock::kLeft, kNone, {96, 400}, {150, 420}, idc::kSizeWE, L"Size", 150,
          {0, 60, 150, 880}},
+        {dock::kLeft, kNone, {95, 400}, {150, 420}, idc::kArrow, L"Size", -1, {0, 60, 100, 880}},
         {dock::kRight, kNone, {1821, 400}, {1700, 400}, idc::kSizeWE, L"Size", 220,
          {1700, 60, 1920, 880}},
         {dock::kCmdWndLeft, kNone, {299, kContainerTop + 50}, {400, kContainerTop + 50},
@@ -191,6 +194,7 @@ TEST_F(BarWindowSession, TheInnerEdgeDragsThePreviewsThicknessWhereTheBarAllowsI
 
         Windows().Mouse(wm::kMouseMove, c.press);
         EXPECT_EQ(Windows().CursorShape(), c.cursor);
+        EXPECT_EQ(Windows().Capture(), nullptr);  // only a press takes the mouse
         Windows().Mouse(wm::kLButtonDown, c.press, mk::kLButton);
         EXPECT_EQ(Windows().Capture(), c.written < 0 ? nullptr : BarWindow());
         if (!(c.release == c.press))
