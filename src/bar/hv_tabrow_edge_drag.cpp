@@ -20,13 +20,18 @@ HostCursor* HvTabrow::EdgeCursorAt(win::POINT point) {
     const int height = rc.Height();
     auto near = [tol](int value, int edge) { return edge - tol <= value && value <= edge + tol; };
     switch (m_nDockSide) {
-    case dock::kTop: return near(point.y, height) ? m_hSizeNSCursor : nullptr;
-    case dock::kBottom: return near(point.y, 0) ? m_hSizeNSCursor : nullptr;
-    case dock::kLeft:
-    case dock::kCmdWndLeft: return near(point.x, width) ? m_hSizeWECursor : nullptr;
-    case dock::kRight:
-    case dock::kCmdWndRight: return near(point.x, 0) ? m_hSizeWECursor : nullptr;
-    default: return nullptr;
+        case dock::kTop:
+            return near(point.y, height) ? m_hSizeNSCursor : nullptr;
+        case dock::kBottom:
+            return near(point.y, 0) ? m_hSizeNSCursor : nullptr;
+        case dock::kLeft:
+        case dock::kCmdWndLeft:
+            return near(point.x, width) ? m_hSizeWECursor : nullptr;
+        case dock::kRight:
+        case dock::kCmdWndRight:
+            return near(point.x, 0) ? m_hSizeWECursor : nullptr;
+        default:
+            return nullptr;
     }
 }
 
@@ -55,13 +60,22 @@ MsgResult HvTabrow::OnMouseMove(win::POINT point, unsigned) {
     const win::RECT client = Use<WindowSystem>().RectInParent(m_hWnd);
     win::RECT rc{0, 0, client.Width(), client.Height()};
     switch (m_nDockSide) {
-    case dock::kTop: rc.bottom = point.y; break;
-    case dock::kBottom: rc.top += point.y; break;
-    case dock::kLeft:
-    case dock::kCmdWndLeft: rc.right = point.x; break;
-    case dock::kRight:
-    case dock::kCmdWndRight: rc.left += point.x; break;
-    default: break;
+        case dock::kTop:
+            rc.bottom = point.y;
+            break;
+        case dock::kBottom:
+            rc.top += point.y;
+            break;
+        case dock::kLeft:
+        case dock::kCmdWndLeft:
+            rc.right = point.x;
+            break;
+        case dock::kRight:
+        case dock::kCmdWndRight:
+            rc.left += point.x;
+            break;
+        default:
+            break;
     }
     if (dock::IsInCommandWindow(m_nDockSide))
         m_nWidthOnCmdWnd = rc.Width();

@@ -35,20 +35,20 @@ void TabSideStyle(int side, unsigned& remove, unsigned& add) {
     remove = 0;
     add = 0;
     switch (side) {
-    case dock::kLeft:
-        add = tcs::kVertical;
-        remove = tcs::kBottom;
-        break;
-    case dock::kRight:
-        add = tcs::kVertical | tcs::kRight;
-        break;
-    case dock::kBottom:
-        add = tcs::kBottom;
-        remove = tcs::kVertical;
-        break;
-    default:
-        remove = tcs::kVertical | tcs::kBottom;
-        break;
+        case dock::kLeft:
+            add = tcs::kVertical;
+            remove = tcs::kBottom;
+            break;
+        case dock::kRight:
+            add = tcs::kVertical | tcs::kRight;
+            break;
+        case dock::kBottom:
+            add = tcs::kBottom;
+            remove = tcs::kVertical;
+            break;
+        default:
+            remove = tcs::kVertical | tcs::kBottom;
+            break;
     }
 }
 
@@ -177,17 +177,24 @@ MsgResult HvTabrow::OnSize(unsigned, win::SIZE client) {
     // Room for the edges that the host's windows draw beside the bar.
     if (m_bFloating == 0) {
         switch (m_nDockSide) {
-        case dock::kTop: rcTab.top += 1; break;
-        case dock::kLeft: rcTab.left += 2; break;
-        case dock::kRight: rcTab.right -= 1; break;
-        case dock::kCmdWndLeft:
-        case dock::kCmdWndRight:
-            rcPal.left += 1;
-            rcPal.top += 1;
-            rcPal.right -= 1;
-            rcPal.bottom -= 3;
-            break;
-        default: break;
+            case dock::kTop:
+                rcTab.top += 1;
+                break;
+            case dock::kLeft:
+                rcTab.left += 2;
+                break;
+            case dock::kRight:
+                rcTab.right -= 1;
+                break;
+            case dock::kCmdWndLeft:
+            case dock::kCmdWndRight:
+                rcPal.left += 1;
+                rcPal.top += 1;
+                rcPal.right -= 1;
+                rcPal.bottom -= 3;
+                break;
+            default:
+                break;
         }
     }
     WindowSystem& windows = Use<WindowSystem>();

@@ -90,6 +90,8 @@ TEST_F(BarWindowSession, OnEachSideTabsTakeTheirRowsOrACaptionFromTheHostsWindow
         win::RECT host;  // the MDI client, or the command window for its two sides
         int rows;        // as the tab control has them at the bar's size; -1: not looked at
         unsigned sideStyle;
+        win::RECT
+            tabs{};  // in the bar, inside the edge the host's window draws; empty: not looked at
     };
     constexpr unsigned kV = tcs::kVertical;
     // No drawing: a caption (23). Tabs 20 pixels a row, plus the side's padding (top 6, left 8,
@@ -98,19 +100,33 @@ TEST_F(BarWindowSession, OnEachSideTabsTakeTheirRowsOrACaptionFromTheHostsWindow
     const Case cases[] = {
         {dock::kTop, 0, 0, {0, 60, 1920, 83}, {0, 83, 1920, 880}, 1, 0},
         {dock::kTop, 1, 0, {0, 60, 1920, 86}, {0, 86, 1920, 880}, 1, 0},
-        {dock::kTop, 12, 0, {0, 60, 1920, 106}, {0, 106, 1920, 880}, 2, 0},
+        {dock::kTop, 12, 0, {0, 60, 1920, 106}, {0, 106, 1920, 880}, 2, 0, {0, 1, 1920, 46}},
         {dock::kLeft, 0, 0, {0, 60, 23, 880}, {23, 60, 1920, 880}, 1, kV},
         {dock::kLeft, 1, 0, {0, 60, 28, 880}, {28, 60, 1920, 880}, 1, kV},
-        {dock::kLeft, 12, 0, {0, 60, 88, 880}, {88, 60, 1920, 880}, 4, kV},
+        {dock::kLeft, 12, 0, {0, 60, 88, 880}, {88, 60, 1920, 880}, 4, kV, {2, 0, 88, 820}},
         {dock::kRight, 0, 0, {1897, 60, 1920, 880}, {0, 60, 1897, 880}, 1, kV | tcs::kRight},
         {dock::kRight, 1, 0, {1895, 60, 1920, 880}, {0, 60, 1895, 880}, 1, kV | tcs::kRight},
-        {dock::kRight, 12, 0, {1835, 60, 1920, 880}, {0, 60, 1835, 880}, 4, kV | tcs::kRight},
+        {dock::kRight,
+         12,
+         0,
+         {1835, 60, 1920, 880},
+         {0, 60, 1835, 880},
+         4,
+         kV | tcs::kRight,
+         {0, 0, 84, 820}},
         {dock::kBottom, 0, 0, {0, 857, 1920, 880}, {0, 60, 1920, 857}, 1, tcs::kBottom},
         {dock::kBottom, 1, 0, {0, 856, 1920, 880}, {0, 60, 1920, 856}, 1, tcs::kBottom},
-        {dock::kBottom, 12, 0, {0, 836, 1920, 880}, {0, 60, 1920, 836}, 2, tcs::kBottom},
+        {dock::kBottom,
+         12,
+         0,
+         {0, 836, 1920, 880},
+         {0, 60, 1920, 836},
+         2,
+         tcs::kBottom,
+         {0, 0, 1920, 44}},
         {dock::kCmdWndLeft, 0, 0, {0, 0, 300, 140}, {300, 0, 1920, 140}, 1, 0},
         {dock::kCmdWndLeft, 1, 0, {0, 0, 300, 140}, {300, 0, 1920, 140}, 1, 0},
-        {dock::kCmdWndLeft, 12, 0, {0, 0, 300, 140}, {300, 0, 1920, 140}, 12, 0},
+        {dock::kCmdWndLeft, 12, 0, {0, 0, 300, 140}, {300, 0, 1920, 140}, 12, 0, {0, 0, 300, 140}},
         {dock::kCmdWndRight, 0, 0, {1620, 0, 1920, 140}, {0, 0, 1620, 140}, 1, 0},
         {dock::kCmdWndRight, 1, 0, {1620, 0, 1920, 140}, {0, 0, 1620, 140}, 1, 0},
         {dock::kCmdWndRight, 12, 0, {1620, 0, 1920, 140}, {0, 0, 1620, 140}, 12, 0},
@@ -130,6 +146,9 @@ TEST_F(BarWindowSession, OnEachSideTabsTakeTheirRowsOrACaptionFromTheHostsWindow
         EXPECT_EQ(Rect(inCmd ? g_hwndCmdWnd : g_hwndMdiClient), c.host);
         EXPECT_EQ(Rect(inCmd ? g_hwndMdiClient : g_hwndCmdWnd), inCmd ? kMdiRoom : kCmdRoom);
         EXPECT_EQ(Windows().Parent(BarWindow()), inCmd ? g_hwndCmdContainer : g_hwndFrame);
+        if (c.tabs.Width() > 0) {
+            EXPECT_EQ(Rect(Tabs()), c.tabs);
+        }
         if (c.rows >= 0) {
             EXPECT_EQ(Bar().m_nTabRows, c.rows);
         }
@@ -147,39 +166,57 @@ TEST_F(BarWindowSession, TheInnerEdgeDragsThePreviewsThicknessWhereTheBarAllowsI
         Block block;
         win::POINT press;  // on the screen: on the bar's inner edge
         win::POINT release;
-        int cursor;           // while the mouse is over the press point
-        const wchar_t* key;   // the setting written at the release
-        int written;          // its value; -1: not written (the stored 100 or 300 stays)
-        win::RECT bar;        // after the release
+        int cursor;          // while the mouse is over the press point
+        const wchar_t* key;  // the setting written at the release
+        int written;         // its value; -1: not written (the stored 100 or 300 stays)
+        win::RECT bar;       // after the release
     };
     // Previews 100 pixels thick, 300 beside the command line; the container's top is 880.
     const Case cases[] = {
-        {dock::kTop, kNone, {900, 159}, {900, 200}, idc::kSizeNS, L"Size", 140,
-         {0, 60, 1920, 200}},
+        {dock::kTop, kNone, {900, 159}, {900, 200}, idc::kSizeNS, L"Size", 140, {0, 60, 1920, 200}},
         // The edge is the frame's width (4) either side of the bar's inner side; the new
         // thickness is where the mouse is let go, wherever on the edge it was pressed.
-        {dock::kBottom, kNone, {900, 784}, {900, 700}, idc::kSizeNS, L"Size", 180,
+        {dock::kBottom,
+         kNone,
+         {900, 784},
+         {900, 700},
+         idc::kSizeNS,
+         L"Size",
+         180,
          {0, 700, 1920, 880}},
-        {dock::kLeft, kNone, {96, 400}, {150, 420}, idc::kSizeWE, L"Size", 150,
-         {0, 60, 150, 880}},
+        {dock::kLeft, kNone, {96, 400}, {150, 420}, idc::kSizeWE, L"Size", 150, {0, 60, 150, 880}},
         {dock::kLeft, kNone, {95, 400}, {150, 420}, idc::kArrow, L"Size", -1, {0, 60, 100, 880}},
-        {dock::kRight, kNone, {1821, 400}, {1700, 400}, idc::kSizeWE, L"Size", 220,
+        {dock::kRight,
+         kNone,
+         {1821, 400},
+         {1700, 400},
+         idc::kSizeWE,
+         L"Size",
+         220,
          {1700, 60, 1920, 880}},
-        {dock::kCmdWndLeft, kNone, {299, kContainerTop + 50}, {400, kContainerTop + 50},
-         idc::kSizeWE, L"WidthOnCmdWnd", 400, {0, 0, 400, 140}},
+        {dock::kCmdWndLeft,
+         kNone,
+         {299, kContainerTop + 50},
+         {400, kContainerTop + 50},
+         idc::kSizeWE,
+         L"WidthOnCmdWnd",
+         400,
+         {0, 0, 400, 140}},
         // Tabs in the command window take the user's width too.
-        {dock::kCmdWndRight, kTabs, {1621, kContainerTop + 50},
-         {1500, kContainerTop + 50}, idc::kSizeWE, L"WidthOnCmdWnd", 420, {1500, 0, 1920, 140}},
+        {dock::kCmdWndRight,
+         kTabs,
+         {1621, kContainerTop + 50},
+         {1500, kContainerTop + 50},
+         idc::kSizeWE,
+         L"WidthOnCmdWnd",
+         420,
+         {1500, 0, 1920, 140}},
         // A release without a move writes the old size back and lays the host out.
-        {dock::kLeft, kNone, {99, 400}, {99, 400}, idc::kSizeWE, L"Size", 100,
-         {0, 60, 100, 880}},
+        {dock::kLeft, kNone, {99, 400}, {99, 400}, idc::kSizeWE, L"Size", 100, {0, 60, 100, 880}},
         // Where the edge can't be dragged the children's cursor stays, and nothing is written.
-        {dock::kLeft, kLocked, {99, 400}, {150, 400}, idc::kArrow, L"Size", -1,
-         {0, 60, 100, 880}},
-        {dock::kTop, kTabs, {900, 85}, {900, 200}, idc::kArrow, L"Size", -1,
-         {0, 60, 1920, 86}},
-        {dock::kLeft, kFloating, {699, 115}, {750, 115}, idc::kArrow, L"Size", -1,
-         {0, 0, 600, 30}},
+        {dock::kLeft, kLocked, {99, 400}, {150, 400}, idc::kArrow, L"Size", -1, {0, 60, 100, 880}},
+        {dock::kTop, kTabs, {900, 85}, {900, 200}, idc::kArrow, L"Size", -1, {0, 60, 1920, 86}},
+        {dock::kLeft, kFloating, {699, 115}, {750, 115}, idc::kArrow, L"Size", -1, {0, 0, 600, 30}},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(testing::Message() << c.side << " blocked by " << c.block);
@@ -245,6 +282,9 @@ TEST_F(BarWindowSession, TheBarMovesBetweenParentsWhenItDocksInTheCommandWindowO
         EXPECT_EQ(Rect(BarWindow()), step.bar);
         EXPECT_EQ(Rect(step.side == dock::kCmdWndLeft ? g_hwndCmdWnd : g_hwndMdiClient), step.host);
         EXPECT_TRUE(Windows().IsVisible(Palette()));
+        if (step.side == dock::kCmdWndLeft) {
+            EXPECT_EQ(Rect(Palette()), (win::RECT{1, 1, 299, 137}));
+        }
         // TROFF hides the floating window, or the docked bar, whose room goes back to the host.
         ASSERT_TRUE(host.Type(L"TROFF"));
         EXPECT_FALSE(Windows().IsVisible(BarWindow()));
