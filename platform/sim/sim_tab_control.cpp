@@ -8,7 +8,12 @@
 SimTabControl::Control& SimTabControl::Of(HostWindow* tabs) {
     if (!m_windows.IsWindow(tabs) || m_windows.Window(tabs).className != L"SysTabControl32")
         throw std::logic_error("tab control message sent to a window that is no tab control");
-    return m_controls[tabs];
+    // A window made where a destroyed one was starts without its items.
+    Control& control = m_controls[tabs];
+    const long long serial = m_windows.Window(tabs).serial;
+    if (control.serial != serial)
+        control = Control{{}, -1, 0, serial};
+    return control;
 }
 
 bool SimTabControl::Click(HostWindow* tabs, int index) {

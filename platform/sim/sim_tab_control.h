@@ -53,6 +53,7 @@ private:
         std::vector<Item> items;
         int selected = -1;
         int setCurSelCalls = 0;
+        long long serial = 0;  // of the window the items belong to
     };
     Control& Of(HostWindow* tabs);
     // Each item's rectangle, in order, for the control's present size and style.

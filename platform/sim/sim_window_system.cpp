@@ -26,6 +26,7 @@ HostWindow* SimWindowSystem::Make(HostWindow* parent, const std::wstring& classN
     window->rect = rect;
     window->style = style;
     window->procedure = &m_default;
+    window->serial = ++m_serial;
     auto* handle = reinterpret_cast<HostWindow*>(window.get());
     m_windows[handle] = std::move(window);
     return handle;
@@ -63,6 +64,25 @@ HostWindow* SimWindowSystem::CreateChild(HostWindow* parent, const std::wstring&
     return Make(parent, className, rect, style);
 }
 
+HostWindow* SimWindowSystem::CreateChild(const ChildWindowSpec& spec) {
+    HostWindow* window = CreateChild(spec.parent, spec.className, spec.rect, spec.style);
+    if (window == nullptr)
+        return nullptr;
+    SimWindow& w = Window(window);
+    w.title = spec.title;
+    w.id = spec.id;
+    w.handler = spec.handler;
+    if (spec.attach != nullptr)
+        *spec.attach = window;
+    if (Send(window, wm::kCreate, 0, 0) == -1) {
+        if (spec.attach != nullptr)
+            *spec.attach = nullptr;
+        Destroy(window);
+        return nullptr;
+    }
+    return window;
+}
+
 void SimWindowSystem::Destroy(HostWindow* window) {
     if (!IsWindow(window))
         return;
@@ -75,6 +95,8 @@ void SimWindowSystem::Destroy(HostWindow* window) {
         Destroy(child);
     // The last message a window gets; it is still a window while it handles it.
     Send(window, wm::kNcDestroy, 0, 0);
+    if (m_capture == window)
+        m_capture = nullptr;
     m_windows.erase(window);
 }
 
@@ -103,7 +125,7 @@ void SimWindowSystem::Move(HostWindow* window, const win::RECT& rect, bool repai
     pos.cx = rect.Width();
     pos.cy = rect.Height();
     if (!m_positioning.empty() && m_positioning.back() != window &&
-        w.parent != Parent(m_positioning.back()))
+        !WithinSiblingOf(window, m_positioning.back()))
         m_misplaced.push_back(window);
     // Whatever the window's procedure (and the hooks in front of it) made of the position is
     // where the window goes.
@@ -129,6 +151,16 @@ void SimWindowSystem::Move(HostWindow* window, const win::RECT& rect, bool repai
             return;
     }
     LayOutChildren(window);
+}
+
+bool SimWindowSystem::WithinSiblingOf(HostWindow* window, HostWindow* other) {
+    // A sibling, or a window inside one, which lays out its own children in its own coordinates.
+    HostWindow* parent = Parent(other);
+    for (HostWindow* w = window; w != nullptr; w = Window(w).parent) {
+        if (Window(w).parent == parent)
+            return true;
+    }
+    return false;
 }
 
 void SimWindowSystem::LayOutChildren(HostWindow* window) {
@@ -263,8 +295,16 @@ std::intptr_t SimWindowSystem::DefaultProcedure(HostWindow* window, unsigned mes
         } catch (...) {
         }
     }
-    // What the window system does itself: a position change is accepted as it stands, and
-    // every other message is answered 0.
+    // What the window system does itself: a child's cursor is its parent's to set first, then
+    // the class cursor (an arrow for every class here); a position change is accepted as it
+    // stands, and every other message is answered 0.
+    if (message == wm::kSetCursor) {
+        if (HostWindow* parent = Window(window).parent;
+            parent != nullptr && (Window(window).style & ws::kChild) != 0 &&
+            Send(parent, message, wParam, lParam) != 0)
+            return 1;
+        SetCursor(StandardCursor(idc::kArrow));
+    }
     return 0;
 }
 
@@ -340,6 +380,11 @@ MsgResult SimWindowSystem::Dispatch(WindowHandler& handler, unsigned message,
 void SimWindowSystem::SetParent(HostWindow* window, HostWindow* parent) {
     if (!IsWindow(window) || (parent != nullptr && !IsWindow(parent)))
         return;
+    // A window can't become its own ancestor.
+    for (HostWindow* p = parent; p != nullptr; p = Window(p).parent) {
+        if (p == window)
+            return;
+    }
     Window(window).parent = parent;
 }
 
@@ -400,4 +445,75 @@ void SimWindowSystem::Elapse(unsigned ms) {
         Send(next, wm::kTimer, nextId, 0);
     }
     m_now = end;
+}
+
+void SimWindowSystem::SetFont(HostWindow* window, const win::LOGFONTW& font, bool redraw) {
+    SimWindow& w = Window(window);
+    w.fontValue = font;
+    w.font = &w.fontValue;
+    if (redraw)
+        ++w.redraws;
+}
+
+void SimWindowSystem::SetCapture(HostWindow* window) {
+    if (IsWindow(window))
+        m_capture = window;
+}
+
+void SimWindowSystem::ReleaseCapture() {
+    m_capture = nullptr;
+}
+
+HostCursor* SimWindowSystem::StandardCursor(int id) {
+    return reinterpret_cast<HostCursor*>(static_cast<std::uintptr_t>(id));
+}
+
+void SimWindowSystem::SetCursor(HostCursor* cursor) {
+    m_cursor = static_cast<int>(reinterpret_cast<std::uintptr_t>(cursor));
+}
+
+win::POINT SimWindowSystem::ClientToScreen(HostWindow* window, win::POINT point) {
+    const win::RECT screen = ScreenRect(window);
+    return win::POINT{point.x + screen.left, point.y + screen.top};
+}
+
+win::POINT SimWindowSystem::ScreenToClient(HostWindow* window, win::POINT point) {
+    const win::RECT screen = ScreenRect(window);
+    return win::POINT{point.x - screen.left, point.y - screen.top};
+}
+
+HostWindow* SimWindowSystem::WindowAt(HostWindow* parent, win::POINT screen) {
+    HostWindow* found = nullptr;
+    long long serial = 0;
+    for (auto& [handle, w] : m_windows) {
+        if (w->parent != parent || (w->style & ws::kVisible) == 0 || w->serial < serial)
+            continue;
+        const win::RECT r = ScreenRect(handle);
+        if (screen.x >= r.left && screen.x < r.right && screen.y >= r.top && screen.y < r.bottom) {
+            found = handle;
+            serial = w->serial;
+        }
+    }
+    if (found == nullptr)
+        return nullptr;
+    HostWindow* inner = WindowAt(found, screen);
+    return inner != nullptr ? inner : found;
+}
+
+HostWindow* SimWindowSystem::Mouse(unsigned message, win::POINT screen, unsigned keys) {
+    m_cursorPos = screen;
+    HostWindow* target = m_capture != nullptr ? m_capture : WindowAt(nullptr, screen);
+    if (target == nullptr)
+        return nullptr;
+    if (m_capture == nullptr) {
+        Send(target, wm::kSetCursor, reinterpret_cast<std::uintptr_t>(target),
+             static_cast<std::intptr_t>((message << 16) | ws::kHtClient));
+    }
+    if (!IsWindow(target))
+        return nullptr;
+    const win::POINT client = ScreenToClient(target, screen);
+    const auto packed = (static_cast<std::uint32_t>(client.y & 0xFFFF) << 16) |
+                        static_cast<std::uint32_t>(client.x & 0xFFFF);
+    Send(target, message, keys, static_cast<std::intptr_t>(packed));
+    return target;
 }

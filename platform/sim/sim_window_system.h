@@ -38,6 +38,10 @@ struct SimWindow {
         long long due = 0;  // on the window system's clock, in ms
     };
     std::map<unsigned, Timer> timers;
+    int id = 0;                      // the control id
+    const win::LOGFONTW* font = nullptr;  // WM_SETFONT's; null for the system font
+    win::LOGFONTW fontValue;
+    long long serial = 0;  // order of creation: a later sibling lies above an earlier one
 };
 
 class SimWindowSystem : public WindowSystem, public WindowProcedures {
@@ -59,13 +63,22 @@ public:
     };
     const std::vector<MoveRecord>& Moves() const { return m_moves; }
     // Windows moved while another window's WM_WINDOWPOSCHANGING was being handled without
-    // being that window's sibling. Such a move is only safe between siblings: a window of
+    // being that window's sibling or inside one. Such a move is only safe between siblings: a window of
     // another parent is laid out in other coordinates, and on the real system may be moved
     // in the middle of its own parent's layout.
     const std::vector<HostWindow*>& MisplacedMoves() const { return m_misplaced; }
     // Lets `ms` of time pass: each timer that falls due sends WM_TIMER to its window, in the
     // order they fall due.
     void Elapse(unsigned ms);
+    // The user moves the mouse to a point of the screen, or presses or releases its button
+    // there: WM_SETCURSOR (unless a window holds the capture), then the mouse message, to the
+    // window that holds the capture or else the topmost visible window under the point, in that
+    // window's client coordinates. Returns the window that got it.
+    HostWindow* Mouse(unsigned message, win::POINT screen, unsigned keys = 0);
+    // The cursor last set (idc::...), 0 before any.
+    int CursorShape() const { return m_cursor; }
+    // A window's point in screen coordinates.
+    win::POINT ClientToScreen(HostWindow* window, win::POINT point);
 
     HostWindow* HostFrame() override { return m_frame; }
     HostWindow* DockedCommandLine() override { return m_cmdLine; }
@@ -95,6 +108,15 @@ public:
     void SetMessageHandler(HostWindow* window, WindowHandler* handler) override;
     void SetTimer(HostWindow* window, unsigned id, unsigned ms) override;
     void KillTimer(HostWindow* window, unsigned id) override;
+    HostWindow* CreateChild(const ChildWindowSpec& spec) override;
+    void SetFont(HostWindow* window, const win::LOGFONTW& font, bool redraw) override;
+    void SetCapture(HostWindow* window) override;
+    void ReleaseCapture() override;
+    HostWindow* Capture() override { return m_capture; }
+    HostCursor* StandardCursor(int id) override;
+    void SetCursor(HostCursor* cursor) override;
+    win::POINT CursorPos() override { return m_cursorPos; }
+    win::POINT ScreenToClient(HostWindow* window, win::POINT point) override;
 
     // --- WindowProcedures ---
     OldWindowProcedure* Replace(HostWindow* window, WindowProcedure procedure) override;
@@ -121,6 +143,8 @@ private:
     std::intptr_t DefaultProcedure(HostWindow* window, unsigned message, std::uintptr_t wParam,
                                    std::intptr_t lParam);
     void LayOutChildren(HostWindow* window);
+    HostWindow* WindowAt(HostWindow* parent, win::POINT screen);
+    bool WithinSiblingOf(HostWindow* window, HostWindow* other);
 
     SimProcedure m_default;
     std::vector<std::unique_ptr<SimProcedure>> m_procedures;  // every procedure ever installed
@@ -129,6 +153,10 @@ private:
     std::vector<HostWindow*> m_positioning;  // windows inside their WM_WINDOWPOSCHANGING
     std::vector<HostWindow*> m_misplaced;
     long long m_now = 0;
+    long long m_serial = 0;
+    HostWindow* m_capture = nullptr;
+    int m_cursor = 0;
+    win::POINT m_cursorPos;
     HostWindow* m_frame = nullptr;
     HostWindow* m_mdiClient = nullptr;
     HostWindow* m_cmdContainer = nullptr;

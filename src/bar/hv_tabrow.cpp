@@ -10,15 +10,14 @@
 #include "ports/window_messages.h"
 #include "ports/window_system.h"
 
-namespace {
-constexpr int kDockedThickness = 24;
-constexpr win::RECT kFloatingRect{100, 100, 700, 130};
-}  // namespace
-
 HvTabrow::HvTabrow(const BarContext& context)
     : m_store(context.settings),
       m_strAppDataFolder(context.appDataFolder),
       m_pHostApp(context.hostApp) {
+    WindowSystem& windows = Use<WindowSystem>();
+    m_hArrowCursor = windows.StandardCursor(idc::kArrow);
+    m_hSizeNSCursor = windows.StandardCursor(idc::kSizeNS);
+    m_hSizeWECursor = windows.StandardCursor(idc::kSizeWE);
     LoadSettings();
     // The host's manager opens sheet sets by itself exactly when the setting asks for it.
     if (IsInstalled<HostServices>())
@@ -52,52 +51,43 @@ void HvTabrow::LoadSettings() {
 }
 
 bool HvTabrow::Create() {
-    WindowSystem& windows = Use<WindowSystem>();
-    const unsigned style = ws::kChild | ws::kVisible;
-    if (m_bFloating != 0) {
-        m_hFloatWnd = windows.CreateChild(nullptr, L"HvTrFloatWnd", kFloatingRect, ws::kVisible);
-        m_hWnd = windows.CreateChild(m_hFloatWnd, L"HvTabrow",
-                                     win::RECT{0, 0, kFloatingRect.Width(), kFloatingRect.Height()},
-                                     style);
-    } else {
-        // The hook moves the bar while it lays out the window it cuts from, which is safe only
-        // for a sibling of that window: the command window's container holds the bar docked
-        // there, the frame holds it beside the MDI client.
-        HostWindow* parent =
-            dock::IsInCommandWindow(m_nDockSide) ? g_hwndCmdContainer : g_hwndFrame;
-        win::RECT room = windows.RectInParent(parent);
-        m_hWnd = windows.CreateChild(parent, L"HvTabrow",
-                                     win::RECT{0, 0, room.Width(), kDockedThickness}, style);
-    }
-    if (m_hWnd == nullptr)
-        return false;
-    windows.SetMessageHandler(m_hWnd, this);
-    if (!CreateViews())
-        return false;
-    m_bCreated = 1;
-    SetTabMode(m_bTabMode >= 1, false);
-    BuildDocumentList();
-    return true;
+    // The hook moves the bar while it lays out the window it cuts from, which is safe only for
+    // a sibling of that window: the command window's container holds the bar docked there, the
+    // frame holds it beside the MDI client and while it floats (OnCreate moves it then).
+    HostWindow* parent = m_bFloating == 0 && dock::IsInCommandWindow(m_nDockSide)
+                             ? g_hwndCmdContainer
+                             : g_hwndFrame;
+    ChildWindowSpec spec;
+    spec.parent = parent;
+    spec.className = L"HvTabrow";
+    spec.title = L"Harvane Tabrow Wnd";
+    spec.style = ws::kChild | ws::kVisible;
+    spec.id = kBarId;
+    spec.handler = this;
+    spec.attach = &m_hWnd;
+    return Use<WindowSystem>().CreateChild(spec) != nullptr;
 }
 
 void HvTabrow::ShowBar() {
     WindowSystem& windows = Use<WindowSystem>();
-    if (m_hFloatWnd != nullptr)
-        windows.Show(m_hFloatWnd, true);
-    if (m_hWnd != nullptr)
+    if (m_bFloating != 0) {
+        if (m_hFloatWnd != nullptr)
+            windows.Show(m_hFloatWnd, true);
+    } else if (m_hWnd != nullptr) {
         windows.Show(m_hWnd, true);
-    if (m_hFloatWnd == nullptr)
         RefreshHostLayout(g_hwndFrame);  // only a docked bar takes room from the host
+    }
 }
 
 void HvTabrow::HideBar() {
     WindowSystem& windows = Use<WindowSystem>();
-    if (m_hFloatWnd != nullptr)
-        windows.Show(m_hFloatWnd, false);
-    if (m_hWnd != nullptr)
+    if (m_bFloating != 0) {
+        if (m_hFloatWnd != nullptr)
+            windows.Show(m_hFloatWnd, false);
+    } else if (m_hWnd != nullptr) {
         windows.Show(m_hWnd, false);
-    if (m_hFloatWnd == nullptr)
         RefreshHostLayout(g_hwndFrame);
+    }
 }
 
 bool HvTabrow::IsBarVisible() const {

@@ -20,6 +20,7 @@
 
 class HvRegImpl;
 struct HostApplication;
+struct HostCursor;
 struct HostDocument;
 struct HostWindow;
 
@@ -48,6 +49,12 @@ public:
     void CenterFloating();
     // Shows the view of the mode (when a drawing is open) and hides the other.
     void SetTabMode(bool bTabs, bool bRefresh);
+    // Moves the bar into its floating window, or back to its dock side.
+    void SetFloating(bool bFloating, bool bRefresh);
+    // Restyles the tab control for the side; with `bRefresh` a docked bar moves to the side's
+    // parent (the frame or the command window's container), and the host lays out anew.
+    void SetDockSide(int side, bool bRefresh);
+    void SetTabFont(const win::LOGFONTW& font, bool bRedraw);
     void RefreshTips();
 
     // The two lists, fed by the host's document events whichever view shows. Each does
@@ -64,7 +71,15 @@ public:
     bool OnTabSelChanging();
     // TCN_SELCHANGE: switches to the drawing of the selected tab.
     void OnTabSelChange();
-    // The bar's window. A close message is ignored, so the bar can't be closed by a message.
+    // The bar's window. Makes the palette and the tab control, hidden, and lays them out.
+    MsgResult OnCreate() override;
+    MsgResult OnSize(unsigned type, win::SIZE client) override;
+    // The edge drag: the cursor on the bar's inner edge, a press there captures the mouse, the
+    // moves measure the new thickness, the release stores it and lays the host out.
+    MsgResult OnSetCursor(HostWindow* window, unsigned hitTest, unsigned mouseMessage) override;
+    MsgResult OnMouseMove(win::POINT point, unsigned keys) override;
+    MsgResult OnLButtonUp(win::POINT point, unsigned keys) override;
+    // A close message is ignored, so the bar can't be closed by a message.
     MsgResult OnClose() override;
     MsgResult OnKeepFocus() override;
     // The tab control's selection notifications go to OnTabSelChanging and OnTabSelChange.
@@ -108,8 +123,19 @@ public:
     HvTrDocManagerReactor m_docManagerReactor{this};
     std::int32_t m_bCreated = 0;    // the children exist
     std::int32_t m_nTabRows = 1;    // the tab control's rows as last seen
+    std::uint8_t m_bResizing = 0;   // a drag of the bar's edge is under way
     std::uint8_t m_bSwitching = 0;  // the bar itself asks the host to switch drawings
     HostDocument* m_pMenuDoc = nullptr;  // the drawing the context menu was opened on
+
+    // Shared standard cursors: never freed.
+    HostCursor* m_hArrowCursor = nullptr;
+    HostCursor* m_hSizeNSCursor = nullptr;
+    HostCursor* m_hSizeWECursor = nullptr;
+
+    // The ids of the bar's window and its two children.
+    static constexpr int kBarId = 11265;
+    static constexpr int kPaletteId = 1001;
+    static constexpr int kTabCtrlId = 1003;
 
 private:
     // The palette first, then the tabs, as every list change goes.
@@ -120,9 +146,14 @@ private:
     }
     bool CreateViews();
     void ShowViews(bool anyOpen);
+    // RelayoutMdiClient or RelayoutCmdWnd, by the dock side.
+    void RelayoutDocked();
+    // The cursor of the edge that can be dragged on the dock side, when `point` (client
+    // coordinates) is on it; null when not.
+    HostCursor* EdgeCursorAt(win::POINT point);
 
     std::wstring m_strAppDataFolder;
     HostApplication* m_pHostApp = nullptr;  // not owned
     HostWindow* m_hWnd = nullptr;           // owned: destroyed with the bar
-    HostWindow* m_hFloatWnd = nullptr;  // owned, null while docked
+    HostWindow* m_hFloatWnd = nullptr;      // owned; hidden while docked
 };

@@ -16,27 +16,9 @@
 
 namespace {
 
-constexpr unsigned kTabControlStyle =
-    ws::kChild | tcs::kOwnerDrawFixed | tcs::kRaggedRight | tcs::kMultiLine | tcs::kHotTrack;
-static_assert(kTabControlStyle == 0x40002A40);
-
 constexpr unsigned kRedrawNow = ws::kRdwInvalidate | ws::kRdwErase | ws::kRdwUpdateNow;
 
 }  // namespace
-
-// The palette and the tab control, both hidden until a drawing is open.
-bool HvTabrow::CreateViews() {
-    WindowSystem& windows = Use<WindowSystem>();
-    m_palette.m_hWnd =
-        windows.CreateChild(m_hWnd, L"HvDwgPalette", win::RECT{0, 0, 10, 10}, ws::kChild);
-    m_tabCtrl.m_hWnd =
-        windows.CreateChild(m_hWnd, L"SysTabControl32", win::RECT{}, kTabControlStyle);
-    if (m_palette.m_hWnd == nullptr || m_tabCtrl.m_hWnd == nullptr)
-        return false;
-    windows.SetMessageHandler(m_palette.m_hWnd, &m_palette);
-    m_tabCtrl.m_onTextsChanged = [this] { RefreshTips(); };
-    return true;
-}
 
 HostDocument* HvTabrow::ActiveDocument() {
     if (m_bCreated == 0)
@@ -68,12 +50,8 @@ void HvTabrow::SetTabMode(bool bTabs, bool bRefresh) {
     } catch (...) {
         // A failed count leaves the views as they were.
     }
-    if (bRefresh && m_bFloating == 0) {
-        if (dock::IsInCommandWindow(m_nDockSide))
-            RelayoutCmdWnd();
-        else
-            RelayoutMdiClient();
-    }
+    if (bRefresh && m_bFloating == 0)
+        RelayoutDocked();
 }
 
 // The tips themselves hang on the tab rectangles; what the list changes is when they must be

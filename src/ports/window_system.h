@@ -11,6 +11,7 @@
 #include "ports/window_handler.h"
 
 struct HostWindow;
+struct HostCursor;
 
 namespace ws {
 // GetSystemMetrics indexes.
@@ -24,7 +25,31 @@ constexpr unsigned kRdwInvalidate = 0x0001;
 constexpr unsigned kRdwErase = 0x0004;
 constexpr unsigned kRdwAllChildren = 0x0080;
 constexpr unsigned kRdwUpdateNow = 0x0100;
+// WM_NCHITTEST answer for the client area.
+constexpr unsigned kHtClient = 1;
 }  // namespace ws
+
+// Standard cursors (IDC_...).
+namespace idc {
+constexpr int kArrow = 32512;
+constexpr int kSizeWE = 32644;
+constexpr int kSizeNS = 32645;
+}  // namespace idc
+
+// A child window as CreateWindowEx makes it. With a handler, the window's messages go to it from
+// WM_CREATE on; an answer of -1 to WM_CREATE destroys the window and the creation fails.
+struct ChildWindowSpec {
+    HostWindow* parent = nullptr;
+    std::wstring className;
+    std::wstring title;
+    win::RECT rect;
+    unsigned style = 0;
+    int id = 0;                         // the control id (GetDlgCtrlID)
+    WindowHandler* handler = nullptr;   // not owned
+    // Given the new window before WM_CREATE, as a framework attaches a window object before
+    // its creation message; null when the window dies in it.
+    HostWindow** attach = nullptr;
+};
 
 class WindowSystem {
 public:
@@ -40,6 +65,7 @@ public:
 
     virtual HostWindow* CreateChild(HostWindow* parent, const std::wstring& className,
                                     const win::RECT& rect, unsigned style) = 0;
+    virtual HostWindow* CreateChild(const ChildWindowSpec& spec) = 0;
     virtual void Destroy(HostWindow* window) = 0;  // with its children; a stale handle is ignored
 
     virtual win::RECT RectInParent(HostWindow* window) = 0;
@@ -74,4 +100,19 @@ public:
     // setting an id that runs restarts it.
     virtual void SetTimer(HostWindow* window, unsigned id, unsigned ms) = 0;
     virtual void KillTimer(HostWindow* window, unsigned id) = 0;
+
+    // WM_SETFONT: the font a control draws its text with; with `redraw` it repaints.
+    virtual void SetFont(HostWindow* window, const win::LOGFONTW& font, bool redraw) = 0;
+
+    // The mouse: while a window holds the capture every mouse message goes to it, in its client
+    // coordinates, wherever the cursor is. A window that goes loses it.
+    virtual void SetCapture(HostWindow* window) = 0;
+    virtual void ReleaseCapture() = 0;
+    virtual HostWindow* Capture() = 0;
+    // A standard cursor (idc::...), shared: never freed.
+    virtual HostCursor* StandardCursor(int id) = 0;
+    virtual void SetCursor(HostCursor* cursor) = 0;
+    // The cursor's position in screen coordinates, and a screen point in a window's client area.
+    virtual win::POINT CursorPos() = 0;
+    virtual win::POINT ScreenToClient(HostWindow* window, win::POINT point) = 0;
 };

@@ -186,7 +186,9 @@ TEST_F(TabrowSession, LoadByApploadTakesTheBarsRoomAtOnce) {
     EXPECT_FALSE(moves[0].repaint);
     EXPECT_EQ(moves[1].rect, frame);
     EXPECT_TRUE(moves[1].repaint);
-    EXPECT_EQ(host.Windows().Window(g_hwndFrame).redraws, 1);
+    // One redraw for the refresh, and one for each size the bar takes in it (in the shrunk
+    // frame, then in the full one).
+    EXPECT_EQ(host.Windows().Window(g_hwndFrame).redraws, 3);
     EXPECT_EQ(*host.GetVariable(L"CMDNAMES"), L"");
 }
 
