@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "foundation/no_case.h"
+#include "platform/sim/sim_drawing_view.h"
 
 namespace {
 
@@ -38,7 +39,8 @@ SimHost::SimHost()
       m_proceduresPort(m_windows),
       m_databasePortSlot(m_databasePort),
       m_registryPort(m_registry),
-      m_lookPort(m_look) {
+      m_lookPort(m_look),
+      m_themePort(m_theme) {
     m_variables = {{L"CMDNAMES", L""},
                    {L"CVPORT", L"2"},
                    {L"CPROFILE", L"<<Unnamed Profile>>"},
@@ -58,6 +60,8 @@ HostDocument* SimHost::AddDocument(std::unique_ptr<SimDocument> doc) {
     doc->view = m_windows.CreateChild(m_windows.MdiClient(), L"AfxFrameOrView",
                                       win::RECT{0, 0, client.Width(), client.Height()},
                                       ws::kChild | ws::kVisible);
+    doc->viewPainter = std::make_unique<SimDrawingView>(m_windows, doc->view, doc->title);
+    m_windows.SetMessageHandler(doc->view, doc->viewPainter.get());
     auto* handle = reinterpret_cast<HostDocument*>(doc.get());
     const bool opened = doc->everSaved;
     const std::wstring path = doc->pathName;
@@ -92,6 +96,7 @@ void SimHost::Activate(HostDocument* doc) {
         return;
     m_active = doc;
     m_current = doc;
+    m_windows.BringToTop(d.view);
     m_databasePort.SetWorkingDatabase(d.database.get());
     FireDocs([&](DocManagerReactor& r) { r.documentActivated(doc); });
 }

@@ -20,6 +20,7 @@
 #include "platform/sim/sim_registry.h"
 #include "platform/sim/sim_system_look.h"
 #include "platform/sim/sim_tab_control.h"
+#include "platform/sim/canvas/sim_theme.h"
 #include "platform/sim/sim_window_system.h"
 #include "ports/com_error.h"
 #include "ports/host_automation.h"
@@ -41,6 +42,7 @@ struct SimDocument {
     bool docModified = false;
     std::unique_ptr<SimDatabase> database;
     HostWindow* view = nullptr;  // the drawing's view window in the MDI client
+    std::unique_ptr<WindowHandler> viewPainter;  // paints `view`
 };
 
 // The automation calls that a test can make fail one at a time.
@@ -138,6 +140,8 @@ public:
     SimDatabasePort& DatabasePort() { return m_databasePort; }
     SimRegistry& Registry() { return m_registry; }
     SimTabControl& TabControl() { return m_tabControls; }
+    // The visual styles, on at start; a test turns them off as a user would.
+    SimTheme& VisualStyles() { return m_theme; }
     SimDocument& Document(HostDocument* doc);
     SimDatabase& DatabaseOf(HostDocument* doc) { return *Document(doc).database; }
     const std::vector<std::wstring>& CommandLine() const { return m_lines; }
@@ -253,6 +257,7 @@ private:
     SimRegistry m_registry;
     SimSystemLook m_look;
     SimTabControl m_tabControls{m_windows};
+    SimTheme m_theme;
     std::vector<std::unique_ptr<SimDocument>> m_documents;
     HostDocument* m_active = nullptr;   // the MDI-active document
     HostDocument* m_current = nullptr;  // the one commands and variables go to
@@ -302,4 +307,5 @@ private:
     ScopedPort<HostDatabasePort> m_databasePortSlot;
     ScopedPort<KeyValueStore> m_registryPort;
     ScopedPort<SystemLook> m_lookPort;
+    ScopedPort<Theme> m_themePort;
 };

@@ -8,11 +8,19 @@
 // changed, a destruction sends WM_NCDESTROY, timers send WM_TIMER. The frame, the container and
 // the command window lay out their host children when they move, through the same moves. Moves
 // and redraws are logged.
+//
+// Painting: BeginPaint hands out a canvas of the window's client area; what is painted there
+// becomes the window's picture when the canvas goes. PaintScreen sends WM_ERASEBKGND and
+// WM_PAINT to every visible window, parents before children, and puts their pictures together,
+// each clipped to its ancestors, into one picture of the frame. The host's own windows (frame,
+// MDI client, command window) and any window whose handler leaves WM_PAINT alone are painted by
+// the default procedure, in the look of their class.
 #include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "platform/sim/canvas/software_canvas.h"
 #include "ports/window_procedures.h"
 #include "ports/window_system.h"
 
@@ -38,6 +46,12 @@ struct SimWindow {
         long long due = 0;  // on the window system's clock, in ms
     };
     std::map<unsigned, Timer> timers;
+    long long zOrder = 0;  // among its siblings, the highest is on top
+    // What the last paint left, as wide and high as the client area was then.
+    int pictureWidth = 0;
+    int pictureHeight = 0;
+    std::vector<std::uint8_t> picture;
+    int paints = 0;  // paint scopes ended
 };
 
 class SimWindowSystem : public WindowSystem, public WindowProcedures {
@@ -66,6 +80,11 @@ public:
     // Lets `ms` of time pass: each timer that falls due sends WM_TIMER to its window, in the
     // order they fall due.
     void Elapse(unsigned ms);
+    // Puts the window above its siblings (an MDI child activated).
+    void BringToTop(HostWindow* window);
+    // Every visible window painted, and the frame's picture made of theirs.
+    std::unique_ptr<SoftwareCanvas> PaintScreen();
+    void SetCursorPos(win::POINT screen) { m_cursor = screen; }
 
     HostWindow* HostFrame() override { return m_frame; }
     HostWindow* DockedCommandLine() override { return m_cmdLine; }
@@ -95,6 +114,8 @@ public:
     void SetMessageHandler(HostWindow* window, WindowHandler* handler) override;
     void SetTimer(HostWindow* window, unsigned id, unsigned ms) override;
     void KillTimer(HostWindow* window, unsigned id) override;
+    std::unique_ptr<Canvas> BeginPaint(HostWindow* window) override;
+    win::POINT CursorPos() override { return m_cursor; }
 
     // --- WindowProcedures ---
     OldWindowProcedure* Replace(HostWindow* window, WindowProcedure procedure) override;
@@ -121,6 +142,8 @@ private:
     std::intptr_t DefaultProcedure(HostWindow* window, unsigned message, std::uintptr_t wParam,
                                    std::intptr_t lParam);
     void LayOutChildren(HostWindow* window);
+    void PaintOwn(HostWindow* window);
+    void PaintTree(HostWindow* window, SoftwareCanvas& screen, const win::RECT& clip);
 
     SimProcedure m_default;
     std::vector<std::unique_ptr<SimProcedure>> m_procedures;  // every procedure ever installed
@@ -129,6 +152,8 @@ private:
     std::vector<HostWindow*> m_positioning;  // windows inside their WM_WINDOWPOSCHANGING
     std::vector<HostWindow*> m_misplaced;
     long long m_now = 0;
+    long long m_nextZ = 0;
+    win::POINT m_cursor{-1, -1};
     HostWindow* m_frame = nullptr;
     HostWindow* m_mdiClient = nullptr;
     HostWindow* m_cmdContainer = nullptr;

@@ -34,6 +34,7 @@ bool HvTabrow::CreateViews() {
     if (m_palette.m_hWnd == nullptr || m_tabCtrl.m_hWnd == nullptr)
         return false;
     windows.SetMessageHandler(m_palette.m_hWnd, &m_palette);
+    windows.SetMessageHandler(m_tabCtrl.m_hWnd, &m_tabCtrl);
     m_tabCtrl.m_onTextsChanged = [this] { RefreshTips(); };
     return true;
 }

@@ -5,11 +5,13 @@
 // WINDOWPOS before the window takes it.
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
 #include "foundation/win_types.h"
 #include "ports/window_handler.h"
 
+class Canvas;
 struct HostWindow;
 
 namespace ws {
@@ -74,4 +76,11 @@ public:
     // setting an id that runs restarts it.
     virtual void SetTimer(HostWindow* window, unsigned id, unsigned ms) = 0;
     virtual void KillTimer(HostWindow* window, unsigned id) = 0;
+
+    // The paint scope of WM_PAINT (BeginPaint to EndPaint): the window's client area as a
+    // canvas, origin at the client's top left. What is painted shows when the canvas goes,
+    // which ends the scope. Null when the window can't be painted now.
+    virtual std::unique_ptr<Canvas> BeginPaint(HostWindow* window) = 0;
+    // GetCursorPos: the mouse pointer in screen coordinates.
+    virtual win::POINT CursorPos() = 0;
 };
