@@ -27,12 +27,9 @@ MsgResult SimDrawingView::OnPaint() {
     std::unique_ptr<Canvas> canvas = m_windows.BeginPaint(m_view);
     if (canvas == nullptr)
         return MsgResult::Handled();
-    canvas->FillRect({0, 0, canvas->Width(), canvas->Height()}, kBackground);
-    // Views are made at the MDI client's first size and not laid out again, so the plan fits
-    // the part that shows: the client's present room.
-    const win::RECT room = m_windows.RectInParent(m_windows.Parent(m_view));
-    const int width = std::min(canvas->Width(), room.Width());
-    const int height = std::min(canvas->Height(), room.Height());
+    const int width = canvas->Width();
+    const int height = canvas->Height();
+    canvas->FillRect({0, 0, width, height}, kBackground);
 
     // A plan: an outer wall, rooms cut by walls at places the name decides, a dimension line.
     std::uint32_t h = Hash(m_title);

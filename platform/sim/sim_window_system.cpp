@@ -144,6 +144,14 @@ void SimWindowSystem::LayOutChildren(HostWindow* window) {
         }
         if (IsWindow(m_mdiClient))
             Move(m_mdiClient, MdiClientRoom(m_frame), true);
+    } else if (window == m_mdiClient) {
+        // The drawings' views stand maximised: the MDI client sizes them itself, and nothing
+        // hooks them, so no message goes with it.
+        const win::RECT& client = Window(m_mdiClient).rect;
+        for (auto& [handle, w] : m_windows) {
+            if (w->parent == m_mdiClient && w->className == L"AfxFrameOrView")
+                w->rect = win::RECT{0, 0, client.Width(), client.Height()};
+        }
     } else if (window == m_cmdContainer && IsWindow(m_cmdWnd)) {
         const win::RECT& container = Window(m_cmdContainer).rect;
         Move(m_cmdWnd, win::RECT{0, 0, container.Width(), container.Height()}, true);

@@ -1,0 +1,183 @@
+// Pictures of the host's window with the bar in tab mode: every dock side, the styles on and
+// off, no drawing, one and twelve. Each picture is saved beside the test program as
+// screen-SIDE-theme|plain-N.png; the checks look at the pixels that tell the cases apart.
+
+#include <algorithm>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "bar/document_session.h"
+#include "layout/host_windows.h"
+#include "layout/relayout.h"
+#include "platform/sim/canvas/freetype_font_rasteriser.h"
+#include "platform/sim/sim_drawing_view.h"
+#include "ports/com_error.h"
+#include "support/png_writer.h"
+#include "views/empty_bar_painter.h"
+
+namespace {
+
+struct PictureCase {
+    int side;
+    bool theme;
+    int drawings;
+};
+
+win::COLORREF Tinted(win::COLORREF under, win::COLORREF color, unsigned alpha) {
+    auto mix = [&](int c, int d) { return static_cast<std::uint8_t>((c * alpha + d * (255 - alpha)) >> 8); };
+    return win::MakeColor(mix(win::RedOf(color), win::RedOf(under)),
+                          mix(win::GreenOf(color), win::GreenOf(under)),
+                          mix(win::BlueOf(color), win::BlueOf(under)));
+}
+
+class BarPictures : public DocumentSession {
+protected:
+    // The bar docked at `side` in tab mode, in a frame small enough to look at whole.
+    void Start(int side) {
+        Store(L"DockSide", static_cast<std::uint32_t>(side));
+        Store(L"TabMode", 1);
+        Store(L"HideOnSingle", 0);
+        host.Windows().Move(host.Windows().HostFrame(), {0, 0, 800, 480}, true);
+        Load();
+        RefreshHostLayout(g_hwndFrame);
+    }
+    // The tab control as the bar lays it out on its side: its style names the side, and it
+    // fills the bar, whose thickness follows the rows at that size.
+    void PlaceTabs(int side) {
+        SimWindowSystem& windows = host.Windows();
+        const unsigned sideStyle = side == dock::kLeft    ? tcs::kVertical
+                                   : side == dock::kRight ? tcs::kVertical | tcs::kRight
+                                   : side == dock::kBottom ? tcs::kBottom
+                                                           : 0u;
+        windows.ModifyStyle(Tabs(), tcs::kVertical | tcs::kBottom, sideStyle);
+        for (int pass = 0; pass < 2; ++pass) {
+            const win::RECT bar = windows.RectInParent(Bar().GetSafeHwnd());
+            windows.Move(Tabs(), {0, 0, bar.Width(), bar.Height()}, true);
+            RefreshHostLayout(g_hwndFrame);
+        }
+    }
+    void Paint(const std::string& name) {
+        screen = host.Windows().PaintScreen();
+        SavePng(BesideProgram(name), screen->Pixels().data(), screen->Width(), screen->Height(),
+                screen->Width() * 3);
+    }
+    // The window's place in the picture, less `inset` on every side.
+    win::RECT Place(HostWindow* window, int inset = 0) {
+        const win::RECT r = host.Windows().ScreenRect(window);
+        return {r.left + inset, r.top + inset, r.right - inset, r.bottom - inset};
+    }
+    int Count(const win::RECT& area, win::COLORREF color) {
+        int n = 0;
+        for (int y = area.top; y < area.bottom; ++y)
+            for (int x = area.left; x < area.right; ++x)
+                n += screen->PixelAt(x, y) == color ? 1 : 0;
+        return n;
+    }
+    // The bounds of the pixels of `area` that are darker than half.
+    win::RECT DarkBounds(const win::RECT& area) {
+        win::RECT bounds{area.right, area.bottom, area.left, area.top};
+        for (int y = area.top; y < area.bottom; ++y) {
+            for (int x = area.left; x < area.right; ++x) {
+                if (win::GreenOf(screen->PixelAt(x, y)) >= 0x80)
+                    continue;
+                bounds = {std::min(bounds.left, x), std::min(bounds.top, y),
+                          std::max(bounds.right, x + 1), std::max(bounds.bottom, y + 1)};
+            }
+        }
+        return bounds;
+    }
+
+    FreeTypeFontRasteriser fonts;
+    ScopedPort<FontRasteriser> fontsPort{fonts};
+    std::unique_ptr<SoftwareCanvas> screen;
+};
+
+class BarPictureCases : public BarPictures, public ::testing::WithParamInterface<PictureCase> {};
+
+}  // namespace
+
+TEST_P(BarPictureCases, ShowTheBarOnItsSideInTheStylesOfTheMoment) {
+    const PictureCase c = GetParam();
+    Start(c.side);
+    HostDocument* last = nullptr;
+    for (int i = 1; i <= c.drawings; ++i)
+        last = host.OpenDrawing(L"C:\\jobs\\level-" + std::to_wstring(i) + L"-floor-plan.dwg");
+    if (c.drawings > 0) {
+        PlaceTabs(c.side);
+        // The pointer over the first tab makes it hot.
+        const win::RECT first = Place(Tabs());
+        host.Windows().SetCursorPos({first.left + 6, first.top + 6});
+    }
+    // The styles are on at start; turned off, the next paint is a plain one.
+    Paint("screen-first.png");
+    host.VisualStyles().SetActive(c.theme);
+    const std::string name = "screen-" + std::to_string(c.side) + (c.theme ? "-theme-" : "-plain-") +
+                             std::to_string(c.drawings) + ".png";
+    Paint(name);
+    SCOPED_TRACE(name);
+
+    const win::RECT bar = Place(Bar().GetSafeHwnd());
+    ASSERT_FALSE(bar.IsEmpty());
+    const bool upright = c.side != dock::kLeft && c.side != dock::kRight;
+    if (c.drawings == 0) {
+        // The framed strip under the tint, and the line turned with the bar at its sides.
+        const win::RECT strip{bar.left + 2, bar.top + 2, bar.right - 2, bar.bottom - 2};
+        EXPECT_EQ(screen->PixelAt(strip.right - 2, strip.bottom - 2),
+                  Tinted(SimSystemLook::kBtnFace, SimSystemLook::kActiveCaption,
+                         kEmptyBarTintAlpha));
+        const win::RECT text = DarkBounds({strip.left + 1, strip.top + 1, strip.right - 1,
+                                           strip.bottom - 1});
+        ASSERT_FALSE(text.IsEmpty());
+        EXPECT_EQ(text.Width() > text.Height(), upright);
+        EXPECT_EQ(Count(Place(host.Windows().MdiClient()), SimDrawingView::kBackground), 0);
+        return;
+    }
+    // The tabs show, in the styles of the moment: the pane and the hot tab's accent, or the
+    // classic frame's light edge and no theme colour at all.
+    const win::RECT tabs = Place(Tabs());
+    EXPECT_EQ(Count(tabs, SimTheme::kPaneFill) > 0, c.theme);
+    EXPECT_EQ(Count(tabs, SimTheme::kBorder) > 0, c.theme);
+    if (c.drawings > 1) {
+        EXPECT_EQ(Count(tabs, SimTheme::kHotAccent) > 0, c.theme);
+    }
+    EXPECT_GT(Count(tabs, c.theme ? SimTheme::kPaneFill : SimSystemLook::kBtnHighlight), 0);
+    // Every tab's text is painted, as a top tab turned with the side.
+    const win::RECT text = DarkBounds(tabs);
+    ASSERT_FALSE(text.IsEmpty());
+    if (c.drawings == 12) {
+        EXPECT_GT(host.TabControl().RowCount(Tabs()), 1);
+    }
+    // The active drawing's view shows its plan inside the drawing area, beside the bar.
+    const win::RECT area = Place(host.Windows().MdiClient());
+    EXPECT_GT(Count(area, SimDrawingView::kBackground), 0);
+    EXPECT_GT(Count(area, SimDrawingView::kWalls), 0);
+    EXPECT_EQ(Count(bar, SimDrawingView::kBackground), 0);
+    EXPECT_EQ(host.MdiActiveDocument(), last);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Sides, BarPictureCases,
+    ::testing::Values(PictureCase{dock::kTop, true, 0}, PictureCase{dock::kLeft, true, 0},
+                      PictureCase{dock::kRight, false, 0}, PictureCase{dock::kBottom, true, 0},
+                      PictureCase{dock::kCmdWndLeft, true, 0},
+                      PictureCase{dock::kCmdWndRight, false, 0},
+                      PictureCase{dock::kTop, true, 1}, PictureCase{dock::kTop, false, 1},
+                      PictureCase{dock::kTop, true, 12}, PictureCase{dock::kTop, false, 12},
+                      PictureCase{dock::kBottom, true, 12}, PictureCase{dock::kBottom, false, 1},
+                      PictureCase{dock::kLeft, true, 12}, PictureCase{dock::kLeft, false, 12},
+                      PictureCase{dock::kRight, true, 1}, PictureCase{dock::kRight, false, 12},
+                      PictureCase{dock::kCmdWndLeft, true, 12},
+                      PictureCase{dock::kCmdWndLeft, false, 1},
+                      PictureCase{dock::kCmdWndRight, true, 1},
+                      PictureCase{dock::kCmdWndRight, false, 12}));
+
+TEST_F(BarPictures, AFailedCountPaintsNoBarAndSaysSoOnTheCommandLine) {
+    Start(dock::kTop);
+    host.FailAutomationCall(SimAutomationCall::DocumentCount, hr::kFail, L"count refused");
+    const int paints = host.Windows().Window(Bar().GetSafeHwnd()).paints;
+    Paint("screen-failed-count.png");
+    EXPECT_EQ(host.Windows().Window(Bar().GetSafeHwnd()).paints, paints);
+    EXPECT_NE(host.CommandLineText().find(L"Error in HvTabrow::OnPaint() - count refused\n"),
+              std::wstring::npos);
+}
