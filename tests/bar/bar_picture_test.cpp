@@ -1,9 +1,13 @@
 // Pictures of the host's window with the bar in tab mode: every dock side, the styles on and
 // off, no drawing, one and twelve. Each picture is saved beside the test program as
-// screen-SIDE-theme|plain-N.png; the checks look at the pixels that tell the cases apart.
+// screen-SIDE-theme|plain-N.png; the checks look at the pixels that tell the cases apart, and a
+// few cases are compared whole with reference pictures kept in pictures/ beside this file.
 
 #include <algorithm>
 #include <cstdint>
+#include <cstdlib>
+#include <optional>
+#include <ostream>
 #include <memory>
 #include <string>
 
@@ -14,6 +18,7 @@
 #include "platform/sim/sim_drawing_view.h"
 #include "ports/com_error.h"
 #include "support/png_writer.h"
+#include "tools/dwgthumb/png_codec.h"
 #include "views/empty_bar_painter.h"
 
 namespace {
@@ -22,7 +27,43 @@ struct PictureCase {
     int side;
     bool theme;
     int drawings;
+    const char* reference = nullptr;  // in pictures/, for a whole-picture comparison
 };
+
+void PrintTo(const PictureCase& c, std::ostream* os) {
+    *os << "side " << c.side << (c.theme ? ", styles on, " : ", styles off, ") << c.drawings
+        << " drawings";
+}
+
+// Text may rasterise a little differently from one font library release to the next: a
+// channel may be off by kChannelTolerance, and one pixel in kOutlierShare may be off by more.
+constexpr int kChannelTolerance = 8;
+constexpr int kOutlierShare = 200;
+
+::testing::AssertionResult LooksLike(const SoftwareCanvas& screen, const std::string& reference,
+                                     const std::string& saved) {
+    const std::string path = std::string(TABROW_BAR_PICTURES) + "/" + reference;
+    const std::optional<DecodedPng> expected = ReadPngFile(path);
+    if (!expected)
+        return ::testing::AssertionFailure() << "no reference picture " << path;
+    if (expected->width != screen.Width() || expected->height != screen.Height())
+        return ::testing::AssertionFailure() << saved << " is not the size of " << path;
+    const std::vector<std::uint8_t>& actual = screen.Pixels();
+    std::size_t outliers = 0;
+    for (std::size_t i = 0; i < actual.size(); i += 3) {
+        for (std::size_t k = 0; k < 3; ++k) {
+            if (std::abs(actual[i + k] - expected->rgb[i + k]) > kChannelTolerance) {
+                ++outliers;
+                break;
+            }
+        }
+    }
+    const std::size_t pixels = actual.size() / 3;
+    if (outliers * kOutlierShare > pixels)
+        return ::testing::AssertionFailure() << outliers << " of " << pixels << " pixels of "
+                                             << saved << " differ from " << path;
+    return ::testing::AssertionSuccess();
+}
 
 win::COLORREF Tinted(win::COLORREF under, win::COLORREF color, unsigned alpha) {
     auto mix = [&](int c, int d) { return static_cast<std::uint8_t>((c * alpha + d * (255 - alpha)) >> 8); };
@@ -116,6 +157,9 @@ TEST_P(BarPictureCases, ShowTheBarOnItsSideInTheStylesOfTheMoment) {
                              std::to_string(c.drawings) + ".png";
     Paint(name);
     SCOPED_TRACE(name);
+    if (c.reference != nullptr) {
+        EXPECT_TRUE(LooksLike(*screen, c.reference, BesideProgram(name).string()));
+    }
 
     const win::RECT bar = Place(Bar().GetSafeHwnd());
     ASSERT_FALSE(bar.IsEmpty());
@@ -158,19 +202,21 @@ TEST_P(BarPictureCases, ShowTheBarOnItsSideInTheStylesOfTheMoment) {
 
 INSTANTIATE_TEST_SUITE_P(
     Sides, BarPictureCases,
-    ::testing::Values(PictureCase{dock::kTop, true, 0}, PictureCase{dock::kLeft, true, 0},
+    ::testing::Values(PictureCase{dock::kTop, true, 0},
+                      PictureCase{dock::kLeft, true, 0, "left-theme-empty.png"},
                       PictureCase{dock::kRight, false, 0}, PictureCase{dock::kBottom, true, 0},
                       PictureCase{dock::kCmdWndLeft, true, 0},
                       PictureCase{dock::kCmdWndRight, false, 0},
                       PictureCase{dock::kTop, true, 1}, PictureCase{dock::kTop, false, 1},
-                      PictureCase{dock::kTop, true, 12}, PictureCase{dock::kTop, false, 12},
+                      PictureCase{dock::kTop, true, 12, "top-theme-twelve.png"},
+                      PictureCase{dock::kTop, false, 12},
                       PictureCase{dock::kBottom, true, 12}, PictureCase{dock::kBottom, false, 1},
                       PictureCase{dock::kLeft, true, 12}, PictureCase{dock::kLeft, false, 12},
                       PictureCase{dock::kRight, true, 1}, PictureCase{dock::kRight, false, 12},
                       PictureCase{dock::kCmdWndLeft, true, 12},
                       PictureCase{dock::kCmdWndLeft, false, 1},
                       PictureCase{dock::kCmdWndRight, true, 1},
-                      PictureCase{dock::kCmdWndRight, false, 12}));
+                      PictureCase{dock::kCmdWndRight, false, 12, "command-right-plain-twelve.png"}));
 
 TEST_F(BarPictures, AFailedCountPaintsNoBarAndSaysSoOnTheCommandLine) {
     Start(dock::kTop);
