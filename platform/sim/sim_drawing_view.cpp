@@ -16,9 +16,8 @@ std::uint32_t Hash(const std::wstring& text) {
 
 void Line(Canvas& canvas, int x0, int y0, int x1, int y1, win::COLORREF color) {
     // Only plan lines: along one axis each.
-    canvas.FillRect({std::min(x0, x1), std::min(y0, y1), std::max(x0, x1) + 1,
-                     std::max(y0, y1) + 1},
-                    color);
+    canvas.FillRect(
+        {std::min(x0, x1), std::min(y0, y1), std::max(x0, x1) + 1, std::max(y0, y1) + 1}, color);
 }
 
 }  // namespace

@@ -22,8 +22,7 @@ MsgResult HvTabrow::OnPaint() {
         });
     } catch (const ComError& e) {
         if (IsInstalled<HostServices>())
-            Use<HostServices>().Print(L"Error in HvTabrow::OnPaint() - " + e.Description() +
-                                      L"\n");
+            Use<HostServices>().Print(L"Error in HvTabrow::OnPaint() - " + e.Description() + L"\n");
     } catch (...) {
     }
     return MsgResult::Handled();

@@ -42,9 +42,8 @@ MsgResult CXPTabCtrl::OnPaint() {
     // Painting lets nothing pass to the window system: a failed frame is skipped.
     try {
         const TabStrip strip = ReadStrip(Font());
-        PaintOffScreen(m_hWnd, [&](Canvas& canvas, const win::RECT&) {
-            m_painter.Paint(canvas, strip);
-        });
+        PaintOffScreen(m_hWnd,
+                       [&](Canvas& canvas, const win::RECT&) { m_painter.Paint(canvas, strip); });
     } catch (...) {
     }
     return MsgResult::Handled();
