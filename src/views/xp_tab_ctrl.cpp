@@ -25,9 +25,10 @@ TabStrip CXPTabCtrl::ReadStrip(const win::LOGFONTW& font) {
     for (int i = 0; i < count; ++i) {
         TabRecord record;
         std::intptr_t param = 0;
-        control.GetItem(m_hWnd, i, kTextBuffer, record.text, param);
-        control.ItemRect(m_hWnd, i, record.rect);
-        strip.tabs.push_back(record);
+        // An item that went since the count is left out rather than painted empty.
+        if (control.GetItem(m_hWnd, i, kTextBuffer, record.text, param) &&
+            control.ItemRect(m_hWnd, i, record.rect))
+            strip.tabs.push_back(record);
     }
     // The tab under the pointer, in the control's client coordinates.
     const win::POINT cursor = windows.CursorPos();
