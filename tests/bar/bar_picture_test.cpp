@@ -194,12 +194,15 @@ INSTANTIATE_TEST_SUITE_P(
         PictureCase{dock::kCmdWndLeft, false, 1}, PictureCase{dock::kCmdWndRight, true, 1},
         PictureCase{dock::kCmdWndRight, false, 12, "command-right-plain-twelve.png"}));
 
-TEST_F(BarPictures, AFailedCountPaintsNoBarAndSaysSoOnTheCommandLine) {
+TEST_F(BarPictures, AFailedCountPaintsNoBarAndSaysSoWhileTheHostPaintsOnce) {
     Start(dock::kTop);
     host.FailAutomationCall(SimAutomationCall::DocumentCount, hr::kFail, L"count refused");
-    const int paints = host.Windows().Window(Bar().GetSafeHwnd()).paints;
+    SimWindowSystem& windows = host.Windows();
+    const int paints = windows.Window(Bar().GetSafeHwnd()).paints;
+    const int framePaints = windows.Window(windows.HostFrame()).paints;
     Paint("screen-failed-count.png");
-    EXPECT_EQ(host.Windows().Window(Bar().GetSafeHwnd()).paints, paints);
+    EXPECT_EQ(windows.Window(Bar().GetSafeHwnd()).paints, paints);
+    EXPECT_EQ(windows.Window(windows.HostFrame()).paints, framePaints + 1);
     EXPECT_NE(host.CommandLineText().find(L"Error in HvTabrow::OnPaint() - count refused\n"),
               std::wstring::npos);
 }
