@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "foundation/no_case.h"
+#include "platform/sim/sim_drawing_view.h"
 #include "ports/file_system.h"
 
 namespace {
@@ -49,7 +50,8 @@ SimHost::SimHost()
       m_proceduresPort(m_windows),
       m_databasePortSlot(m_databasePort),
       m_registryPort(m_registry),
-      m_lookPort(m_look) {
+      m_lookPort(m_look),
+      m_themePort(m_theme) {
     m_variables = {{L"CMDNAMES", L""},
                    {L"CVPORT", L"2"},
                    {L"CPROFILE", L"<<Unnamed Profile>>"},
@@ -69,6 +71,8 @@ HostDocument* SimHost::AddDocument(std::unique_ptr<SimDocument> doc) {
     doc->view = m_windows.CreateChild(m_windows.MdiClient(), L"AfxFrameOrView",
                                       win::RECT{0, 0, client.Width(), client.Height()},
                                       ws::kChild | ws::kVisible);
+    doc->viewPainter = std::make_unique<SimDrawingView>(m_windows, doc->view, doc->title);
+    m_windows.SetMessageHandler(doc->view, doc->viewPainter.get());
     auto* handle = reinterpret_cast<HostDocument*>(doc.get());
     const bool opened = doc->everSaved;
     const std::wstring path = doc->pathName;
@@ -103,6 +107,7 @@ void SimHost::Activate(HostDocument* doc) {
         return;
     m_active = doc;
     m_current = doc;
+    m_windows.BringToTop(d.view);
     m_databasePort.SetWorkingDatabase(d.database.get());
     FireDocs([&](DocManagerReactor& r) { r.documentActivated(doc); });
 }

@@ -21,6 +21,7 @@
 #include "platform/sim/sim_shell.h"
 #include "platform/sim/sim_system_look.h"
 #include "platform/sim/sim_tab_control.h"
+#include "platform/sim/canvas/sim_theme.h"
 #include "platform/sim/sim_window_system.h"
 #include "ports/com_error.h"
 #include "ports/folder_dialog.h"
@@ -51,6 +52,7 @@ struct SimDocument {
     HostWindow* view = nullptr;    // the drawing's view window in the MDI client
     std::vector<int> pushedDbmod;  // DBMOD values the host pushed, for popDbmod
     std::wstring templateName;     // what a new drawing was made from, "" for the default
+    std::unique_ptr<WindowHandler> viewPainter;  // paints `view`
 
     // --- saving and plotting ---
     SimSaveFailure saveFailure = SimSaveFailure::None;
@@ -209,6 +211,8 @@ public:
     SimDatabasePort& DatabasePort() { return m_databasePort; }
     SimRegistry& Registry() { return m_registry; }
     SimTabControl& TabControl() { return m_tabControls; }
+    // The visual styles, on at start; a test turns them off as a user would.
+    SimTheme& VisualStyles() { return m_theme; }
     SimDocument& Document(HostDocument* doc);
     SimDatabase& DatabaseOf(HostDocument* doc) { return *Document(doc).database; }
     const std::vector<std::wstring>& CommandLine() const { return m_lines; }
@@ -374,6 +378,7 @@ private:
     SimRegistry m_registry;
     SimSystemLook m_look;
     SimTabControl m_tabControls{m_windows};
+    SimTheme m_theme;
     std::vector<std::unique_ptr<SimDocument>> m_documents;
     HostDocument* m_active = nullptr;   // the MDI-active document
     HostDocument* m_current = nullptr;  // the one commands and variables go to
@@ -448,4 +453,5 @@ private:
     ScopedPort<SystemLook> m_lookPort;
     ScopedPort<Shell> m_shellPort{m_shell};
     ScopedPort<FolderDialog> m_folderDialogPort{*this};
+    ScopedPort<Theme> m_themePort;
 };

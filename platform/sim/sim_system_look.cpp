@@ -8,6 +8,10 @@ win::COLORREF SimSystemLook::SysColor(int index) {
             return kBtnText;
         case syscolor::kActiveCaption:
             return kActiveCaption;
+        case syscolor::kBtnShadow:
+            return kBtnShadow;
+        case syscolor::kBtnHighlight:
+            return kBtnHighlight;
         default:
             return kOther;
     }

@@ -116,7 +116,9 @@ std::vector<win::RECT> SimTabControl::Layout(HostWindow* tabs) {
     const win::RECT client = m_windows.RectInParent(tabs);
     const bool vertical = (style & tcs::kVertical) != 0;
     const bool multiLine = (style & tcs::kMultiLine) != 0 || vertical;
+    const bool farSide = (style & tcs::kBottom) != 0;  // bottom, or right when vertical
     const int length = vertical ? client.Height() : client.Width();
+    const int depth = vertical ? client.Width() : client.Height();
 
     std::vector<win::RECT> rects;
     int row = 0;
@@ -128,7 +130,7 @@ std::vector<win::RECT> SimTabControl::Layout(HostWindow* tabs) {
             ++row;
             along = 0;
         }
-        const int across = row * kRowHeight;
+        const int across = farSide ? depth - (row + 1) * kRowHeight : row * kRowHeight;
         rects.push_back(vertical ? win::RECT{across, along, across + kRowHeight, along + extent}
                                  : win::RECT{along, across, along + extent, across + kRowHeight});
         along += extent;
@@ -141,8 +143,31 @@ int SimTabControl::RowCount(HostWindow* tabs) {
     if (rects.empty())
         return 1;
     const bool vertical = (m_windows.Style(tabs) & tcs::kVertical) != 0;
+    const win::RECT& first = rects.front();
     const win::RECT& last = rects.back();
-    return (vertical ? last.left : last.top) / kRowHeight + 1;
+    const int spread = vertical ? last.left - first.left : last.top - first.top;
+    return (spread < 0 ? -spread : spread) / kRowHeight + 1;
+}
+
+win::RECT SimTabControl::DisplayArea(HostWindow* tabs) {
+    const unsigned style = m_windows.Style(tabs);
+    const win::RECT window = m_windows.RectInParent(tabs);
+    // Inside the page's two-pixel frame, and past the rows on the tabs' side.
+    win::RECT area{2, 2, window.Width() - 2, window.Height() - 2};
+    if (Of(tabs).items.empty())
+        return area;
+    const int band = RowCount(tabs) * kRowHeight;
+    if ((style & tcs::kVertical) != 0) {
+        if ((style & tcs::kRight) != 0)
+            area.right -= band;
+        else
+            area.left += band;
+    } else if ((style & tcs::kBottom) != 0) {
+        area.bottom -= band;
+    } else {
+        area.top += band;
+    }
+    return area;
 }
 
 bool SimTabControl::ItemRect(HostWindow* tabs, int index, win::RECT& rect) {

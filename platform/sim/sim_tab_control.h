@@ -3,7 +3,8 @@
 // multi-line control wraps them. A tab is as wide as its text in the control's font (a fixed
 // advance per character here) plus its padding; rows fill from the first item, and a row that
 // has no room for the next tab starts a new one. Vertical controls run their tabs down the
-// window and wrap by its height. Inserting into an empty control selects the new item and
+// window and wrap by its height; rows stand on the side the style names, the first row nearest
+// that edge. Inserting into an empty control selects the new item and
 // deleting the selected item leaves none selected, as the window system does.
 
 #include <map>
@@ -43,6 +44,7 @@ public:
     int RowCount(HostWindow* tabs) override;
     bool ItemRect(HostWindow* tabs, int index, win::RECT& rect) override;
     int HitTest(HostWindow* tabs, win::POINT point) override;
+    win::RECT DisplayArea(HostWindow* tabs) override;
 
 private:
     struct Item {

@@ -27,6 +27,7 @@ HostWindow* SimWindowSystem::Make(HostWindow* parent, const std::wstring& classN
     window->style = style;
     window->procedure = &m_default;
     window->serial = ++m_serial;
+    window->zOrder = ++m_nextZ;
     auto* handle = reinterpret_cast<HostWindow*>(window.get());
     m_windows[handle] = std::move(window);
     return handle;
@@ -175,6 +176,14 @@ void SimWindowSystem::LayOutChildren(HostWindow* window) {
         }
         if (IsWindow(m_mdiClient))
             Move(m_mdiClient, MdiClientRoom(m_frame), true);
+    } else if (window == m_mdiClient) {
+        // The drawings' views stand maximised: the MDI client sizes them itself, and nothing
+        // hooks them, so no message goes with it.
+        const win::RECT& client = Window(m_mdiClient).rect;
+        for (auto& [handle, w] : m_windows) {
+            if (w->parent == m_mdiClient && w->className == L"AfxFrameOrView")
+                w->rect = win::RECT{0, 0, client.Width(), client.Height()};
+        }
     } else if (window == m_cmdContainer && IsWindow(m_cmdWnd)) {
         const win::RECT& container = Window(m_cmdContainer).rect;
         Move(m_cmdWnd, win::RECT{0, 0, container.Width(), container.Height()}, true);
@@ -295,9 +304,12 @@ std::intptr_t SimWindowSystem::DefaultProcedure(HostWindow* window, unsigned mes
         } catch (...) {
         }
     }
-    // What the window system does itself: a child's cursor is its parent's to set first, then
-    // the class cursor (an arrow for every class here); a position change is accepted as it
-    // stands, and every other message is answered 0.
+    // What the window system does itself: a window left unpainted gets its class's look; a
+    // child's cursor is its parent's to set first, then the class cursor (an arrow for every
+    // class here); a position change is accepted as it stands, and every other message is
+    // answered 0.
+    if (message == wm::kPaint)
+        PaintOwn(window);
     if (message == wm::kSetCursor) {
         if (HostWindow* parent = Window(window).parent;
             parent != nullptr && (Window(window).style & ws::kChild) != 0 &&
@@ -421,6 +433,160 @@ void SimWindowSystem::KillTimer(HostWindow* window, unsigned id) {
         Window(window).timers.erase(id);
 }
 
+void SimWindowSystem::BringToTop(HostWindow* window) {
+    Window(window).zOrder = ++m_nextZ;
+}
+
+namespace {
+
+// The paint scope: a canvas of the client area that becomes the window's picture when it goes,
+// unless the window went first.
+class SimPaintScope : public SoftwareCanvas {
+public:
+    SimPaintScope(SimWindowSystem& system, HostWindow* window, int width, int height)
+        : SoftwareCanvas(width, height), m_system(system), m_window(window) {}
+    ~SimPaintScope() override {
+        if (!m_system.IsWindow(m_window))
+            return;
+        SimWindow& w = m_system.Window(m_window);
+        w.pictureWidth = Width();
+        w.pictureHeight = Height();
+        w.picture = Pixels();
+        ++w.paints;
+    }
+    SimPaintScope(const SimPaintScope&) = delete;
+    SimPaintScope& operator=(const SimPaintScope&) = delete;
+
+private:
+    SimWindowSystem& m_system;
+    HostWindow* m_window;  // not owned
+};
+
+win::RECT Intersection(const win::RECT& a, const win::RECT& b) {
+    return {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
+            std::min(a.bottom, b.bottom)};
+}
+
+win::RECT Offset(win::RECT rect, int dx, int dy) {
+    return {rect.left + dx, rect.top + dy, rect.right + dx, rect.bottom + dy};
+}
+
+// The host's windows in the colours of a classic desktop.
+constexpr win::COLORREF kFace = 0xF0F0F0;
+constexpr win::COLORREF kShadow = 0xA0A0A0;
+constexpr win::COLORREF kWorkspace = 0xABABAB;
+constexpr win::COLORREF kWindow = 0xFFFFFF;
+constexpr win::COLORREF kText = 0x000000;
+constexpr win::COLORREF kModelSpace = 0x302B26;
+
+win::LOGFONTW HostFont() {
+    win::LOGFONTW font;
+    font.lfHeight = -12;
+    font.lfWeight = 400;
+    const char16_t face[] = u"MS Shell Dlg";
+    for (std::size_t i = 0; i < sizeof face / sizeof face[0]; ++i)
+        font.lfFaceName[i] = face[i];
+    return font;
+}
+
+// The frame's toolbars as rows of buttons, its status bar with a line of text.
+void PaintFrame(Canvas& canvas, int toolbars, int statusBar) {
+    const int width = canvas.Width();
+    const int height = canvas.Height();
+    canvas.FillRect({0, 0, width, height}, kFace);
+    for (int row = 0; row + 28 <= toolbars; row += 30) {
+        for (int x = 4; x + 24 < width; x += 28)
+            canvas.Draw3dRect({x, row + 3, x + 24, row + 27}, kWindow, kShadow);
+    }
+    canvas.Draw3dRect({0, height - statusBar, width, height}, kShadow, kWindow);
+    canvas.DrawText(L"Ready", {6, height - statusBar, width, height}, HostFont(), kText,
+                    kTextLeft | kTextVCenter | kTextSingleLine);
+}
+
+}  // namespace
+
+std::unique_ptr<Canvas> SimWindowSystem::BeginPaint(HostWindow* window) {
+    if (!IsWindow(window))
+        return nullptr;
+    const win::RECT& rect = Window(window).rect;
+    return std::make_unique<SimPaintScope>(*this, window, rect.Width(), rect.Height());
+}
+
+void SimWindowSystem::PaintOwn(HostWindow* window) {
+    std::unique_ptr<Canvas> canvas = BeginPaint(window);
+    if (canvas == nullptr)
+        return;
+    const std::wstring& kind = Window(window).className;
+    const win::RECT all{0, 0, canvas->Width(), canvas->Height()};
+    if (window == m_frame) {
+        PaintFrame(*canvas, kToolbarsHeight, kStatusBarHeight);
+    } else if (kind == L"MDIClient") {
+        canvas->FillRect(all, kWorkspace);
+    } else if (kind == L"AfxFrameOrView") {
+        canvas->FillRect(all, kModelSpace);
+    } else if (kind == L"CommandLine") {
+        canvas->FillRect(all, kWindow);
+        canvas->Draw3dRect(all, kShadow, kShadow);
+        const int line = 16;
+        const win::RECT last{4, all.bottom - line - 2, all.right - 4, all.bottom - 2};
+        canvas->DrawText(L"Command:", last, HostFont(), kText, kTextLeft | kTextSingleLine);
+        canvas->DrawText(L"Regenerating model.", Offset(last, 0, -line), HostFont(), kText,
+                         kTextLeft | kTextSingleLine);
+    } else {
+        canvas->FillRect(all, kFace);
+    }
+}
+
+void SimWindowSystem::PaintTree(HostWindow* window, SoftwareCanvas& screen,
+                                const win::RECT& clip) {
+    if (!IsWindow(window) || (Style(window) & ws::kVisible) == 0)
+        return;
+    Send(window, wm::kEraseBkgnd, 0, 0);
+    Send(window, wm::kPaint, 0, 0);
+    if (!IsWindow(window))
+        return;
+    const win::RECT frame = ScreenRect(m_frame);
+    const win::RECT place = Offset(ScreenRect(window), -frame.left, -frame.top);
+    const SimWindow& w = Window(window);
+    const win::RECT shown = Intersection(
+        Intersection(clip, place),
+        {place.left, place.top, place.left + w.pictureWidth, place.top + w.pictureHeight});
+    if (!shown.IsEmpty()) {
+        const std::size_t first =
+            (static_cast<std::size_t>(shown.top - place.top) * w.pictureWidth +
+             static_cast<std::size_t>(shown.left - place.left)) * 3;
+        screen.BlitRgb(w.picture.data() + first, shown.Width(), shown.Height(),
+                       w.pictureWidth * 3, shown.left, shown.top);
+    }
+    // Children bottom to top; a child shows only inside its parent.
+    std::vector<std::pair<long long, HostWindow*>> children;
+    for (auto& [handle, child] : m_windows) {
+        if (child->parent == window)
+            children.emplace_back(child->zOrder, handle);
+    }
+    std::sort(children.begin(), children.end());
+    const win::RECT inside = Intersection(clip, place);
+    for (const auto& [z, child] : children)
+        PaintTree(child, screen, inside);
+}
+
+std::unique_ptr<SoftwareCanvas> SimWindowSystem::PaintScreen() {
+    const win::RECT frame = Window(m_frame).rect;
+    auto screen = std::make_unique<SoftwareCanvas>(frame.Width(), frame.Height());
+    const win::RECT all{0, 0, frame.Width(), frame.Height()};
+    PaintTree(m_frame, *screen, all);
+    // Windows of their own (the floating bar) over the frame.
+    std::vector<std::pair<long long, HostWindow*>> owned;
+    for (auto& [handle, w] : m_windows) {
+        if (w->parent == nullptr && handle != m_frame)
+            owned.emplace_back(w->zOrder, handle);
+    }
+    std::sort(owned.begin(), owned.end());
+    for (const auto& [z, window] : owned)
+        PaintTree(window, *screen, all);
+    return screen;
+}
+
 void SimWindowSystem::Elapse(unsigned ms) {
     const long long end = m_now + ms;
     for (;;) {
@@ -484,14 +650,14 @@ win::POINT SimWindowSystem::ScreenToClient(HostWindow* window, win::POINT point)
 
 HostWindow* SimWindowSystem::WindowAt(HostWindow* parent, win::POINT screen) {
     HostWindow* found = nullptr;
-    long long serial = 0;
+    long long zOrder = 0;
     for (auto& [handle, w] : m_windows) {
-        if (w->parent != parent || (w->style & ws::kVisible) == 0 || w->serial < serial)
+        if (w->parent != parent || (w->style & ws::kVisible) == 0 || w->zOrder < zOrder)
             continue;
         const win::RECT r = ScreenRect(handle);
         if (screen.x >= r.left && screen.x < r.right && screen.y >= r.top && screen.y < r.bottom) {
             found = handle;
-            serial = w->serial;
+            zOrder = w->zOrder;
         }
     }
     if (found == nullptr)

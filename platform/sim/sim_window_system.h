@@ -8,11 +8,19 @@
 // changed, a destruction sends WM_NCDESTROY, timers send WM_TIMER. The frame, the container and
 // the command window lay out their host children when they move, through the same moves. Moves
 // and redraws are logged.
+//
+// Painting: BeginPaint hands out a canvas of the window's client area; what is painted there
+// becomes the window's picture when the canvas goes. PaintScreen sends WM_ERASEBKGND and
+// WM_PAINT to every visible window, parents before children, and puts their pictures together,
+// each clipped to its ancestors, into one picture of the frame. The host's own windows (frame,
+// MDI client, command window) and any window whose handler leaves WM_PAINT alone are painted by
+// the default procedure, in the look of their class.
 #include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "platform/sim/canvas/software_canvas.h"
 #include "ports/window_procedures.h"
 #include "ports/window_system.h"
 
@@ -41,7 +49,13 @@ struct SimWindow {
     int id = 0;                      // the control id
     const win::LOGFONTW* font = nullptr;  // WM_SETFONT's; null for the system font
     win::LOGFONTW fontValue;
-    long long serial = 0;  // order of creation: a later sibling lies above an earlier one
+    long long serial = 0;  // order of creation: tells a window from a later one at its address
+    long long zOrder = 0;  // among its siblings, the highest is on top
+    // What the last paint left, as wide and high as the client area was then.
+    int pictureWidth = 0;
+    int pictureHeight = 0;
+    std::vector<std::uint8_t> picture;
+    int paints = 0;  // paint scopes ended
 };
 
 class SimWindowSystem : public WindowSystem, public WindowProcedures {
@@ -79,6 +93,11 @@ public:
     int CursorShape() const { return m_cursor; }
     // A window's point in screen coordinates.
     win::POINT ClientToScreen(HostWindow* window, win::POINT point);
+    // Puts the window above its siblings (an MDI child activated).
+    void BringToTop(HostWindow* window);
+    // Every visible window painted, and the frame's picture made of theirs.
+    std::unique_ptr<SoftwareCanvas> PaintScreen();
+    void SetCursorPos(win::POINT screen) { m_cursorPos = screen; }
 
     HostWindow* HostFrame() override { return m_frame; }
     HostWindow* DockedCommandLine() override { return m_cmdLine; }
@@ -117,6 +136,7 @@ public:
     void SetCursor(HostCursor* cursor) override;
     win::POINT CursorPos() override { return m_cursorPos; }
     win::POINT ScreenToClient(HostWindow* window, win::POINT point) override;
+    std::unique_ptr<Canvas> BeginPaint(HostWindow* window) override;
 
     // --- WindowProcedures ---
     OldWindowProcedure* Replace(HostWindow* window, WindowProcedure procedure) override;
@@ -145,6 +165,8 @@ private:
     void LayOutChildren(HostWindow* window);
     HostWindow* WindowAt(HostWindow* parent, win::POINT screen);
     bool WithinSiblingOf(HostWindow* window, HostWindow* other);
+    void PaintOwn(HostWindow* window);
+    void PaintTree(HostWindow* window, SoftwareCanvas& screen, const win::RECT& clip);
 
     SimProcedure m_default;
     std::vector<std::unique_ptr<SimProcedure>> m_procedures;  // every procedure ever installed
@@ -154,9 +176,10 @@ private:
     std::vector<HostWindow*> m_misplaced;
     long long m_now = 0;
     long long m_serial = 0;
+    long long m_nextZ = 0;
     HostWindow* m_capture = nullptr;
     int m_cursor = 0;
-    win::POINT m_cursorPos;
+    win::POINT m_cursorPos{-1, -1};
     HostWindow* m_frame = nullptr;
     HostWindow* m_mdiClient = nullptr;
     HostWindow* m_cmdContainer = nullptr;

@@ -82,6 +82,11 @@ public:
     // A close message is ignored, so the bar can't be closed by a message.
     MsgResult OnClose() override;
     MsgResult OnKeepFocus() override;
+    // The bar's own surface, which shows while neither view does: with no drawing open, the
+    // product's line on a tinted strip. The paint covers the whole client area, so the
+    // background is never erased.
+    MsgResult OnPaint() override;
+    MsgResult OnEraseBkgnd() override;
     // The tab control's selection notifications go to OnTabSelChanging and OnTabSelChange.
     MsgResult OnNotify(const win::NMHDR& header) override;
     // The menu's commands, by id.

@@ -90,6 +90,7 @@ bool HvTabrow::CreateViews() {
     tabs.className = L"SysTabControl32";
     tabs.style = kTabControlStyle;
     tabs.id = kTabCtrlId;
+    tabs.handler = &m_tabCtrl;  // paints the tabs, as the control's subclass
     m_tabCtrl.m_hWnd = windows.CreateChild(tabs);
     if (m_palette.m_hWnd == nullptr || m_tabCtrl.m_hWnd == nullptr)
         return false;

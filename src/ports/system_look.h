@@ -9,7 +9,9 @@
 namespace syscolor {
 constexpr int kActiveCaption = 2;
 constexpr int kBtnFace = 15;
+constexpr int kBtnShadow = 16;
 constexpr int kBtnText = 18;
+constexpr int kBtnHighlight = 20;
 }  // namespace syscolor
 
 class SystemLook {

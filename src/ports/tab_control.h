@@ -44,4 +44,7 @@ public:
     virtual bool ItemRect(HostWindow* tabs, int index, win::RECT& rect) = 0;
     // The item under a point of the client area, or -1.
     virtual int HitTest(HostWindow* tabs, win::POINT point) = 0;
+    // The page's inside: the client rectangle less the tabs and the page's frame
+    // (TCM_ADJUSTRECT with FALSE).
+    virtual win::RECT DisplayArea(HostWindow* tabs) = 0;
 };

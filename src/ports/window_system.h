@@ -5,11 +5,13 @@
 // WINDOWPOS before the window takes it.
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
 #include "foundation/win_types.h"
 #include "ports/window_handler.h"
 
+class Canvas;
 struct HostWindow;
 struct HostCursor;
 
@@ -115,4 +117,9 @@ public:
     // The cursor's position in screen coordinates, and a screen point in a window's client area.
     virtual win::POINT CursorPos() = 0;
     virtual win::POINT ScreenToClient(HostWindow* window, win::POINT point) = 0;
+
+    // The paint scope of WM_PAINT (BeginPaint to EndPaint): the window's client area as a
+    // canvas, origin at the client's top left. What is painted shows when the canvas goes,
+    // which ends the scope. Null when the window can't be painted now.
+    virtual std::unique_ptr<Canvas> BeginPaint(HostWindow* window) = 0;
 };

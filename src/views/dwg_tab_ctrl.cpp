@@ -133,3 +133,7 @@ std::wstring HvDwgTabCtrl::GetItemText(int index) {
     Use<TabControls>().GetItem(m_hWnd, index, kTextBuffer, text, param);
     return text;
 }
+
+win::LOGFONTW HvDwgTabCtrl::Font() {
+    return m_settings.m_lfTabFont;
+}

@@ -8,12 +8,13 @@
 
 #include "foundation/win_types.h"
 #include "views/dwg_list_view.h"
+#include "views/xp_tab_ctrl.h"
 
 struct HostDocument;
 struct HostWindow;
 struct TabrowSettings;
 
-class HvDwgTabCtrl : public DwgListView {
+class HvDwgTabCtrl : public DwgListView, public CXPTabCtrl {
 public:
     // `settings` (the bar's) gives the sort order; it outlives the control.
     explicit HvDwgTabCtrl(const TabrowSettings& settings) : m_settings(settings) {}
@@ -36,8 +37,10 @@ public:
     HostDocument* DocumentAt(win::POINT point);
     int GetItemCount();
     std::wstring GetItemText(int index);  // as the control's 256-character buffer holds it
+    // The tab font of the settings.
+    win::LOGFONTW Font() override;
 
-    HostWindow* m_hWnd = nullptr;  // the "SysTabControl32" window, destroyed with the bar
+    // m_hWnd, the "SysTabControl32" window, is destroyed with the bar.
     // Tool tips hang on tab rectangles: every text change calls this (the bar's RefreshTips).
     std::function<void()> m_onTextsChanged;
 

@@ -61,3 +61,21 @@ std::optional<PngHeader> ReadPngHeader(const std::string& bytes) {
     header.colorType = static_cast<unsigned char>(bytes[25]);
     return header;
 }
+
+std::optional<DecodedPng> ReadPngFile(const std::string& path) {
+    png_image image;
+    std::memset(&image, 0, sizeof image);
+    image.version = PNG_IMAGE_VERSION;
+    if (png_image_begin_read_from_file(&image, path.c_str()) == 0)
+        return std::nullopt;
+    image.format = PNG_FORMAT_RGB;
+    DecodedPng decoded;
+    decoded.width = static_cast<int>(image.width);
+    decoded.height = static_cast<int>(image.height);
+    decoded.rgb.resize(PNG_IMAGE_SIZE(image));
+    if (png_image_finish_read(&image, nullptr, decoded.rgb.data(), 0, nullptr) == 0) {
+        png_image_free(&image);
+        return std::nullopt;
+    }
+    return decoded;
+}

@@ -16,5 +16,14 @@ struct PngHeader {
     int colorType = 0;
 };
 
+struct DecodedPng {
+    int width = 0;
+    int height = 0;
+    std::vector<std::uint8_t> rgb;  // tight rows from the top
+};
+
+// The picture of a PNG file as 8-bit RGB, whatever its own format; nullopt if it can't be read.
+std::optional<DecodedPng> ReadPngFile(const std::string& path);
+
 // The signature and the IHDR chunk of `bytes`; nullopt if they are not those of a PNG.
 std::optional<PngHeader> ReadPngHeader(const std::string& bytes);

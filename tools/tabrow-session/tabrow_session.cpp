@@ -1,14 +1,17 @@
 // A user's session on the simulated host, told step by step: the module loaded by APPLOAD,
 // drawings opened, edited, saved under a new name, switched by a click on a tab, closed. After
 // each step it prints the bar's tabs (the selected one in brackets), the previews' order and
-// where the bar and the drawing area are in the frame.
+// where the bar and the drawing area are in the frame. Given a picture folder, it also paints
+// the host's window after each step and saves it there as a PNG file.
 //
-// Usage: tabrow-session <scratch folder> [dock side 59419..59425] [sort 0..2]
+// Usage: tabrow-session <scratch folder> [dock side 59419..59425] [sort 0..2] [picture folder]
 
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <iostream>
+#include <memory>
 #include <string>
 
 #include "bar/hv_tabrow.h"
@@ -17,6 +20,10 @@
 #include "platform/sim/sim_file_system.h"
 #include "platform/sim/sim_host.h"
 #include "settings/settings_keys.h"
+#include "tools/dwgthumb/png_codec.h"
+#ifdef TABROW_HAS_FREETYPE
+#include "platform/sim/canvas/freetype_font_rasteriser.h"
+#endif
 
 namespace {
 
@@ -33,8 +40,11 @@ std::string RectText(const win::RECT& r) {
 
 class Session {
 public:
-    Session(const std::filesystem::path& folder, int dockSide, int sortBy)
-        : m_files(FromUtf8(folder.string() + "/")), m_filesPort(m_files) {
+    Session(const std::filesystem::path& folder, int dockSide, int sortBy,
+            std::filesystem::path pictures)
+        : m_files(FromUtf8(folder.string() + "/")),
+          m_filesPort(m_files),
+          m_pictures(std::move(pictures)) {
         MapModule();
         StoreSetting(keys::kDockSide, dockSide);
         StoreSetting(keys::kSortBy, sortBy);
@@ -77,6 +87,24 @@ public:
             std::cout << "  message box: " << Narrow(box.text) << "\n";
         }
         m_boxesShown = static_cast<int>(m_host.MessageBoxesShown().size());
+        SavePicture();
+    }
+
+    // The host's window as it stands, painted, in the picture folder as step-N.png.
+    void SavePicture() {
+        if (m_pictures.empty())
+            return;
+        const std::unique_ptr<SoftwareCanvas> screen = m_host.Windows().PaintScreen();
+        const std::string png = EncodePng(screen->Pixels(), screen->Width(), screen->Height());
+        const std::filesystem::path file =
+            m_pictures / ("step-" + std::to_string(++m_steps) + ".png");
+        std::ofstream out(file, std::ios::binary);
+        out << png;
+        if (png.empty() || !out) {
+            std::cout << "  picture: cannot write " << file.string() << "\n";
+            return;
+        }
+        std::cout << "  picture: " << file.string() << "\n";
     }
 
     // A click on the tab of `doc`: the tab control asks the bar and tells it (a veto keeps the
@@ -99,7 +127,13 @@ private:
 
     SimFileSystem m_files;
     ScopedPort<FileSystem> m_filesPort;
+#ifdef TABROW_HAS_FREETYPE
+    FreeTypeFontRasteriser m_fonts;  // the canvas's text
+    ScopedPort<FontRasteriser> m_fontsPort{m_fonts};
+#endif
     SimHost m_host;
+    std::filesystem::path m_pictures;  // empty: no pictures
+    int m_steps = 0;
     int m_packetTag = 0;
     int m_boxesShown = 0;
 };
@@ -108,12 +142,16 @@ private:
 
 int main(int argc, char** argv) {
     if (argc < 2) {
-        std::cerr << "usage: tabrow-session <scratch folder> [dock side 59419..59425] [sort 0..2]\n";
+        std::cerr << "usage: tabrow-session <scratch folder> [dock side 59419..59425] [sort 0..2]"
+                     " [picture folder]\n";
         return 2;
     }
     std::filesystem::path folder = argv[1];
     std::error_code error;
     std::filesystem::create_directories(folder / "appdata", error);
+    const std::filesystem::path pictures = argc > 4 ? argv[4] : "";
+    if (!error && !pictures.empty())
+        std::filesystem::create_directories(pictures, error);
     if (error) {
         std::cerr << "tabrow-session: cannot make " << folder << ": " << error.message() << "\n";
         return 1;
@@ -126,7 +164,7 @@ int main(int argc, char** argv) {
         return 2;
     }
 
-    Session session(folder, dockSide, sortBy);
+    Session session(folder, dockSide, sortBy, pictures);
     SimHost& host = session.Host();
     HostDocument* site = host.OpenDrawing(L"C:\\jobs\\tower\\site.dwg");
     session.Show("the host has one drawing open");
