@@ -354,9 +354,10 @@ DbStatus SimDatabasePort::SetXData(DbObject* obj, const DbXData& data) {
         }
         current->push_back(item);
     }
-    for (auto& [app, group] : groups) {
-        std::erase_if(o->xdata, [&](const auto& entry) { return EqualNoCase(entry.first, app); });
-        o->xdata[app] = std::move(group);
+    for (auto& entry : groups) {
+        const std::wstring& app = entry.first;
+        std::erase_if(o->xdata, [&](const auto& data) { return EqualNoCase(data.first, app); });
+        o->xdata[app] = std::move(entry.second);
     }
     return dbs::kOk;
 }

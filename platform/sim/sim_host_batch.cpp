@@ -8,8 +8,6 @@
 
 namespace {
 
-constexpr HRESULT kInvalidArg = static_cast<HRESULT>(0x80070057);
-
 bool IsSaveCommand(const std::wstring& line) {
     std::wstring name;
     for (wchar_t c : line) {

@@ -5,10 +5,13 @@
 #include "layout/host_windows.h"
 #include "layout/relayout.h"
 #include "ports/host_services.h"
+#include "ports/message_box.h"
 #include "ports/port.h"
 #include "ports/system_look.h"
 #include "ports/window_messages.h"
 #include "ports/window_system.h"
+#include "settings/reg_impl.h"
+#include "settings/settings_keys.h"
 
 HvTabrow::HvTabrow(const BarContext& context)
     : m_store(context.settings),
@@ -135,4 +138,20 @@ MsgResult HvTabrow::OnCommand(unsigned id, unsigned /*code*/, HostWindow* /*cont
         default: return MsgResult::NotHandled();
     }
     return MsgResult::Handled();
+}
+
+MsgResult HvTabrow::OnLButtonDblClk(win::POINT, unsigned keys) {
+    DoubleClicked(keys);
+    return MsgResult::NotHandled();  // the default handling follows
+}
+
+void HvTabrow::DoubleClicked(unsigned keys) {
+    if ((keys & mk::kControl) == 0) {
+        OpenLastDrawing();
+        return;
+    }
+    // Read at the moment: the Work Set Manager writes it while the bar runs.
+    if (m_store.GetString(keys::kRoot, keys::kLastWorkset, L"").empty())
+        Use<MessageBoxes>().Show(L"No workset has been opened yet!", L"", mb::kOk);
+    // A named work set is opened by the work set store (to come).
 }

@@ -79,6 +79,10 @@ public:
     MsgResult OnSetCursor(HostWindow* window, unsigned hitTest, unsigned mouseMessage) override;
     MsgResult OnMouseMove(win::POINT point, unsigned keys) override;
     MsgResult OnLButtonUp(win::POINT point, unsigned keys) override;
+    MsgResult OnLButtonDblClk(win::POINT point, unsigned keys) override;
+    // The bar's double click, also the one its two views hand on: with Control the last work
+    // set, without it the newest recent drawing.
+    void DoubleClicked(unsigned keys);
     // A close message is ignored, so the bar can't be closed by a message.
     MsgResult OnClose() override;
     MsgResult OnKeepFocus() override;

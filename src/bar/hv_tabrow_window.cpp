@@ -95,6 +95,8 @@ bool HvTabrow::CreateViews() {
     if (m_palette.m_hWnd == nullptr || m_tabCtrl.m_hWnd == nullptr)
         return false;
     m_tabCtrl.m_onTextsChanged = [this] { RefreshTips(); };
+    m_tabCtrl.m_onDoubleClick = [this](unsigned keys) { DoubleClicked(keys); };
+    m_palette.m_onDoubleClick = [this](unsigned keys) { DoubleClicked(keys); };
     return true;
 }
 

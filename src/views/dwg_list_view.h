@@ -2,6 +2,7 @@
 // What the bar asks of each of its two views of the open drawings. Both hear every document
 // event, whichever of them shows, so that a change of view needs no rebuild.
 
+#include <functional>
 #include <string>
 
 struct HostDocument;
@@ -17,4 +18,14 @@ public:
     virtual void SetDocumentModified(HostDocument* doc, bool bModified) = 0;
     // After a change of the sort order.
     virtual void Rebuild() = 0;
+
+    // A double click on the view goes to the bar with the keys held (mk:: flags); the view's
+    // own default handling runs after it.
+    std::function<void(unsigned keys)> m_onDoubleClick;
+
+protected:
+    void ForwardDoubleClick(unsigned keys) {
+        if (m_onDoubleClick)
+            m_onDoubleClick(keys);
+    }
 };

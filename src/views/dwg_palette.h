@@ -50,6 +50,10 @@ public:
     void ReadHostColors();
     // A click on an item: the switch, unless a command runs and switching is not allowed then.
     MsgResult OnLButtonDown(win::POINT point, unsigned keys) override;
+    MsgResult OnLButtonDblClk(win::POINT, unsigned keys) override {
+        ForwardDoubleClick(keys);
+        return {};
+    }
     // Every timer of the palette is one-shot.
     MsgResult OnTimer(unsigned id) override;
     // The cells follow the window's size.

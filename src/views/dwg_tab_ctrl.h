@@ -39,6 +39,10 @@ public:
     std::wstring GetItemText(int index);  // as the control's 256-character buffer holds it
     // The tab font of the settings.
     win::LOGFONTW Font() override;
+    MsgResult OnLButtonDblClk(win::POINT, unsigned keys) override {
+        ForwardDoubleClick(keys);
+        return {};
+    }
 
     // m_hWnd, the "SysTabControl32" window, is destroyed with the bar.
     // Tool tips hang on tab rectangles: every text change calls this (the bar's RefreshTips).

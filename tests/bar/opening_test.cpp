@@ -11,6 +11,8 @@
 #include "bar/document_session.h"
 #include "bar/save_view.h"
 #include "bar/view_layout.h"
+#include "layout/host_windows.h"
+#include "layout/relayout.h"
 
 namespace {
 
@@ -177,21 +179,36 @@ TEST_F(Opening, RecentListKeepsTheNewestFirstUpToItsCountAndLeavesTheRestAlone) 
     EXPECT_EQ(Recent(), (Texts{paths[2], paths[4]}));
 }
 
+// A double click on the bar, or on a view that hands it on, opens the newest recent drawing;
+// with Control it asks for the last work set.
 TEST_F(Opening, DoubleClickOpensTheNewestRecentDrawing) {
-    Bar().OpenLastDrawing();
+    Store(L"TabMode", 1);
+    Store(L"HideOnSingle", 0);
+    Unload();
+    Load();
+    SimWindowSystem& windows = host.Windows();
+    auto doubleClick = [&](HostWindow* window, unsigned keys = 0) {
+        RefreshHostLayout(g_hwndFrame);  // the host's layout gives the bar its room
+        const win::RECT r = windows.ScreenRect(window);
+        ASSERT_TRUE(windows.IsVisible(window));
+        EXPECT_EQ(windows.Mouse(wm::kLButtonDblClk, {r.left + 4, r.bottom - 4}, keys), window);
+    };
+    doubleClick(Bar().GetSafeHwnd());  // the empty bar
     EXPECT_EQ(Boxes(), (Texts{L"No drawings in most recent used list!"}));
+    doubleClick(Bar().GetSafeHwnd(), mk::kControl);
+    EXPECT_EQ(Boxes().back(), L"No workset has been opened yet!");
     const std::wstring older = Drawing(L"older.dwg"), newer = Drawing(L"newer.dwg");
     SetMru(1, newer + L",1");  // as a stored text no file: skipped at the load
     SetMru(2, older);
-    Bar().OpenLastDrawing();
+    doubleClick(Bar().GetSafeHwnd());
     EXPECT_EQ(host.FileName(host.MdiActiveDocument()), older);
     SetMru(1, newer);
-    Bar().OpenLastDrawing();
+    doubleClick(Bar().m_tabCtrl.m_hWnd);
     EXPECT_EQ(host.FileName(host.MdiActiveDocument()), newer);
     EXPECT_EQ(host.Document(host.MdiActiveDocument()).dbmod, 0);  // the open's mark popped
     Bar().OpenLastDrawing();                                      // open already: a warned open
     EXPECT_EQ(Boxes().back(), newer + L" is already open!\n");
-    EXPECT_EQ(Boxes().size(), 2u);
+    EXPECT_EQ(Boxes().size(), 3u);
 }
 
 TEST_F(Opening, TemplatesComeFromTheHostsFolder) {
