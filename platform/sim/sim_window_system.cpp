@@ -467,10 +467,6 @@ win::RECT Intersection(const win::RECT& a, const win::RECT& b) {
             std::min(a.bottom, b.bottom)};
 }
 
-win::RECT Offset(win::RECT rect, int dx, int dy) {
-    return {rect.left + dx, rect.top + dy, rect.right + dx, rect.bottom + dy};
-}
-
 // The host's windows in the colours of a classic desktop.
 constexpr win::COLORREF kFace = 0xF0F0F0;
 constexpr win::COLORREF kShadow = 0xA0A0A0;
@@ -530,7 +526,7 @@ void SimWindowSystem::PaintOwn(HostWindow* window) {
         const int line = 16;
         const win::RECT last{4, all.bottom - line - 2, all.right - 4, all.bottom - 2};
         canvas->DrawText(L"Command:", last, HostFont(), kText, kTextLeft | kTextSingleLine);
-        canvas->DrawText(L"Regenerating model.", Offset(last, 0, -line), HostFont(), kText,
+        canvas->DrawText(L"Regenerating model.", last.Offset(0, -line), HostFont(), kText,
                          kTextLeft | kTextSingleLine);
     } else {
         canvas->FillRect(all, kFace);
@@ -546,7 +542,7 @@ void SimWindowSystem::PaintTree(HostWindow* window, SoftwareCanvas& screen,
     if (!IsWindow(window))
         return;
     const win::RECT frame = ScreenRect(m_frame);
-    const win::RECT place = Offset(ScreenRect(window), -frame.left, -frame.top);
+    const win::RECT place = ScreenRect(window).Offset(-frame.left, -frame.top);
     const SimWindow& w = Window(window);
     const win::RECT shown = Intersection(
         Intersection(clip, place),

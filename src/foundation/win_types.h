@@ -39,6 +39,10 @@ struct RECT {
     std::int32_t Width() const { return right - left; }
     std::int32_t Height() const { return bottom - top; }
     bool IsEmpty() const { return right <= left || bottom <= top; }
+    // The same rectangle moved by (dx, dy).
+    RECT Offset(std::int32_t dx, std::int32_t dy) const {
+        return {left + dx, top + dy, right + dx, bottom + dy};
+    }
     friend bool operator==(const RECT&, const RECT&) = default;
 };
 

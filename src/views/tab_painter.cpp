@@ -74,7 +74,7 @@ void DrawTabContent(Canvas& picture, const TabStrip& strip, int index, win::RECT
     rect.right -= 3;
     const int dx = bottomSide ? -1 : 0;
     const int dy = selected ? 1 : -1;
-    rect = {rect.left + dx, rect.top + dy, rect.right + dx, rect.bottom + dy};
+    rect = rect.Offset(dx, dy);
     // Cut to the width with an ellipsis, then centred on the rectangle's first line.
     picture.DrawText(text, rect, strip.font, kContextTextColor,
                      kTextCenter | kTextSingleLine | kTextEndEllipsis);
