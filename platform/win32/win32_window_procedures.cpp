@@ -212,6 +212,10 @@ LRESULT CALLBACK HandlerWindowProcedure(HWND hwnd, UINT message, WPARAM wParam, 
     return ::DefWindowProcW(hwnd, message, wParam, lParam);
 }
 
+MsgResult DispatchToHandler(WindowHandler& handler, UINT message, WPARAM wParam, LPARAM lParam) {
+    return Decode(handler, message, wParam, lParam);
+}
+
 void SetWindowHandler(HWND hwnd, WindowHandler* handler) {
     if (handler != nullptr)
         ::SetPropW(hwnd, kHandlerProperty, handler);

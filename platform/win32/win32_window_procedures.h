@@ -45,6 +45,8 @@ private:
 // window's handler as a named call, and what the handler does not handle (or fails in) goes to
 // DefWindowProc, so that a window that names no WM_NCHITTEST or WM_PAINT still behaves.
 LRESULT CALLBACK HandlerWindowProcedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
+// One message as a named call of the handler, its parameters decoded as Win32 packs them.
+MsgResult DispatchToHandler(WindowHandler& handler, UINT message, WPARAM wParam, LPARAM lParam);
 // Gives a window of that class its handler (not owned); null takes it away. The window forgets
 // it at WM_NCDESTROY.
 void SetWindowHandler(HWND hwnd, WindowHandler* handler);
