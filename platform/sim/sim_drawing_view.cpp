@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "platform/sim/sim_window_system.h"
+#include "ports/canvas.h"
+#include "ports/window_system.h"
 
 namespace {
 

@@ -6,7 +6,13 @@
 #include <stdexcept>
 #include <string>
 
+#if defined(_WIN32)
+// The system's own type (a 32-bit long there), so that a file that also sees the system's
+// headers declares it the same way twice.
+using HRESULT = long;
+#else
 using HRESULT = std::int32_t;
+#endif
 
 namespace hr {
 constexpr HRESULT kOk = 0;

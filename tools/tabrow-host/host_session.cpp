@@ -1,0 +1,127 @@
+#include "host_session.h"
+
+#include "host/tabrow_app.h"
+#include "platform/win32/gdi_canvas.h"
+#include "platform/win32/unique_handle.h"
+
+namespace {
+
+constexpr wchar_t kSettingsKey[] = L"Software\\Harvane\\Tabrow\\2.0 - R17";
+
+}  // namespace
+
+HostSession::HostSession(int width, int height)
+    : m_frame(HostFrame::Events{[this](const std::wstring& line) { Type(line); },
+                                [this](HWND view) { ViewActivated(view); }},
+              width, height),
+      m_windows(Win32HostFrame{m_frame.Frame(), m_frame.CommandLine(),
+                               [this](HWND) { return m_frame.MdiClientRoom(); },
+                               [this](HWND) { m_frame.LayOut(); }}) {
+    m_host.AddDocManagerReactor(this);
+    m_host.SetAppLoader([this] {
+        acrxEntryPoint(kInitAppMsg, Packet());
+        m_bLoaded = true;
+    });
+}
+
+HostSession::~HostSession() {
+    if (m_bLoaded)
+        Unload();
+    m_host.RemoveDocManagerReactor(this);
+}
+
+void HostSession::StoreSetting(const std::wstring& name, std::uint32_t value) {
+    m_host.Registry().CreateKey(RegHive::CurrentUser, kSettingsKey);
+    RegValue dword{reg::kDword,
+                   {static_cast<std::uint8_t>(value), static_cast<std::uint8_t>(value >> 8),
+                    static_cast<std::uint8_t>(value >> 16), static_cast<std::uint8_t>(value >> 24)}};
+    m_host.Registry().SetValue(RegHive::CurrentUser, kSettingsKey, name, dword);
+}
+
+bool HostSession::Load() {
+    if (m_bLoaded)
+        return false;
+    // Each load maps the module afresh, as the host does.
+    MapModule();
+    Type(L"APPLOAD");
+    Pump();
+    return m_bLoaded;
+}
+
+void HostSession::Unload() {
+    acrxEntryPoint(kUnloadAppMsg, Packet());
+    m_bLoaded = false;
+    Pump();
+}
+
+void HostSession::Type(const std::wstring& command) {
+    m_host.Type(command);
+    m_frame.SetHistory(m_host.CommandLine());
+}
+
+void HostSession::Pump() {
+    MSG msg{};
+    while (::PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
+        ::TranslateMessage(&msg);
+        ::DispatchMessageW(&msg);
+    }
+}
+
+HWND HostSession::ViewOf(HostDocument* doc) const {
+    const auto it = m_views.find(doc);
+    return it != m_views.end() ? it->second.window : nullptr;
+}
+
+void HostSession::documentCreated(HostDocument* doc) {
+    View& view = m_views[doc];
+    view.window = m_frame.AddDrawing(m_host.Document(doc).title);
+    // Its first paint is queued, so the painter is in place before it.
+    view.painter = std::make_unique<SimDrawingView>(
+        m_windows, reinterpret_cast<HostWindow*>(view.window), m_host.Document(doc).title);
+    SetWindowHandler(view.window, view.painter.get());
+}
+
+void HostSession::documentToBeDestroyed(HostDocument* doc) {
+    const auto it = m_views.find(doc);
+    if (it == m_views.end())
+        return;
+    m_frame.RemoveDrawing(it->second.window);
+    m_views.erase(it);
+}
+
+void HostSession::documentActivated(HostDocument* doc) {
+    if (HWND view = ViewOf(doc))
+        m_frame.ActivateDrawing(view);
+}
+
+void HostSession::ViewActivated(HWND view) {
+    for (const auto& [doc, held] : m_views) {
+        if (held.window == view) {
+            m_host.Activate(doc);
+            return;
+        }
+    }
+}
+
+HostPicture HostSession::Screenshot() {
+    ::RedrawWindow(m_frame.Frame(), nullptr, nullptr,
+                   RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    Pump();
+    RECT client{};
+    ::GetClientRect(m_frame.Frame(), &client);
+    POINT corner{0, 0};
+    ::ClientToScreen(m_frame.Frame(), &corner);
+    HostPicture picture;
+    const WindowDc screen = GetWindowDc(nullptr);
+    std::unique_ptr<GdiCanvas> canvas = GdiCanvas::Create(client.right, client.bottom, screen.Get());
+    if (canvas == nullptr)
+        return picture;
+    ::BitBlt(canvas->Dc(), 0, 0, client.right, client.bottom, screen.Get(), corner.x, corner.y,
+             SRCCOPY);
+    picture.width = client.right;
+    picture.height = client.bottom;
+    picture.rgb.resize(static_cast<std::size_t>(picture.width) * picture.height * 3);
+    if (!canvas->ReadRgb(0, 0, picture.width, picture.height, picture.rgb.data()))
+        picture = {};
+    return picture;
+}

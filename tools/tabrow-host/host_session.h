@@ -1,0 +1,92 @@
+#pragma once
+// The simulated host's documents, commands and events behind real windows: the frame of
+// host_frame.h, one MDI child per open drawing, the real window system, tab control, theme and
+// GDI text behind the core's ports, and the module loaded as the host loads it (APPLOAD typed
+// at the command line) and unloaded again. Settings live in the simulated registry, so that a
+// session leaves the machine as it found it.
+
+#include <cstdint>
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host_frame.h"
+#include "platform/sim/sim_drawing_view.h"
+#include "platform/sim/sim_host.h"
+#include "platform/win32/gdi_font_rasteriser.h"
+#include "platform/win32/win32_file_system.h"
+#include "platform/win32/win32_system_look.h"
+#include "platform/win32/win32_tab_controls.h"
+#include "platform/win32/win32_theme.h"
+#include "platform/win32/win32_window_procedures.h"
+#include "platform/win32/win32_window_system.h"
+
+// What a screenshot holds: red, green, blue, rows from the top.
+struct HostPicture {
+    int width = 0;
+    int height = 0;
+    std::vector<std::uint8_t> rgb;
+};
+
+class HostSession : private DocManagerReactor {
+public:
+    HostSession(int width, int height);
+    ~HostSession() override;
+    HostSession(const HostSession&) = delete;
+    HostSession& operator=(const HostSession&) = delete;
+
+    SimHost& Host() { return m_host; }
+    HostFrame& Frame() { return m_frame; }
+    Win32WindowSystem& Windows() { return m_windows; }
+    Win32WindowProcedures& Procedures() { return m_procedures; }
+    // A setting of the bar as a DWORD below its root key, read at the next load.
+    void StoreSetting(const std::wstring& name, std::uint32_t value);
+
+    // The module loaded by APPLOAD, as a user loads it while the host runs; false when it was
+    // loaded already.
+    bool Load();
+    void Unload();
+    bool IsLoaded() const { return m_bLoaded; }
+    // A line typed at the command line and Enter pressed.
+    void Type(const std::wstring& command);
+    // Every message waiting on this thread handled.
+    void Pump();
+    // The drawing's MDI child, null when it has none.
+    HWND ViewOf(HostDocument* doc) const;
+    // The frame's client area as the screen shows it.
+    HostPicture Screenshot();
+
+private:
+    void documentCreated(HostDocument* doc) override;
+    void documentToBeDestroyed(HostDocument* doc) override;
+    void documentActivated(HostDocument* doc) override;
+    void ViewActivated(HWND view);
+    HostAppPacket* Packet() { return reinterpret_cast<HostAppPacket*>(&m_packetTag); }
+
+    Win32FileSystem m_files;
+    ScopedPort<FileSystem> m_filesPort{m_files};
+    GdiFontRasteriser m_fonts;
+    ScopedPort<FontRasteriser> m_fontsPort{m_fonts};
+    SimHost m_host;
+    HostFrame m_frame;
+    // Installed after the simulated host's own, which they stand in for.
+    Win32WindowSystem m_windows;
+    Win32WindowProcedures m_procedures;
+    Win32TabControls m_tabs;
+    Win32Theme m_theme;
+    Win32SystemLook m_look;
+    ScopedPort<WindowSystem> m_windowsPort{m_windows};
+    ScopedPort<WindowProcedures> m_proceduresPort{m_procedures};
+    ScopedPort<TabControls> m_tabsPort{m_tabs};
+    ScopedPort<Theme> m_themePort{m_theme};
+    ScopedPort<SystemLook> m_lookPort{m_look};
+    struct View {
+        HWND window = nullptr;
+        std::unique_ptr<SimDrawingView> painter;
+    };
+    std::map<HostDocument*, View> m_views;
+    bool m_bLoaded = false;
+    int m_packetTag = 0;
+};
