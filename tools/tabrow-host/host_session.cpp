@@ -14,20 +14,24 @@ HostSession::HostSession(int width, int height)
     : m_frame(HostFrame::Events{[this](const std::wstring& line) { Type(line); },
                                 [this](HWND view) { ViewActivated(view); }},
               width, height),
-      m_windows(Win32HostFrame{m_frame.Frame(), m_frame.CommandLine(),
-                               [this](HWND) { return m_frame.MdiClientRoom(); },
-                               [this](HWND) { m_frame.LayOut(); }}) {
+      m_windows(HostWindows()) {
     m_host.AddDocManagerReactor(this);
     m_host.SetAppLoader([this] {
+        m_module = std::make_unique<ModuleAdapters>(HostWindows());
         acrxEntryPoint(kInitAppMsg, Packet());
-        m_bLoaded = true;
     });
 }
 
 HostSession::~HostSession() {
-    if (m_bLoaded)
+    if (IsLoaded())
         Unload();
     m_host.RemoveDocManagerReactor(this);
+}
+
+Win32HostFrame HostSession::HostWindows() {
+    return Win32HostFrame{m_frame.Frame(), m_frame.CommandLine(),
+                          [this](HWND) { return m_frame.MdiClientRoom(); },
+                          [this](HWND) { m_frame.LayOut(); }};
 }
 
 void HostSession::StoreSetting(const std::wstring& name, std::uint32_t value) {
@@ -39,18 +43,20 @@ void HostSession::StoreSetting(const std::wstring& name, std::uint32_t value) {
 }
 
 bool HostSession::Load() {
-    if (m_bLoaded)
+    if (IsLoaded())
         return false;
     // Each load maps the module afresh, as the host does.
     MapModule();
     Type(L"APPLOAD");
     Pump();
-    return m_bLoaded;
+    return IsLoaded();
 }
 
 void HostSession::Unload() {
+    if (!IsLoaded())
+        return;
     acrxEntryPoint(kUnloadAppMsg, Packet());
-    m_bLoaded = false;
+    m_module.reset();
     Pump();
 }
 

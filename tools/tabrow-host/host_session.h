@@ -23,6 +23,22 @@
 #include "platform/win32/win32_window_procedures.h"
 #include "platform/win32/win32_window_system.h"
 
+// What the module brings when it loads and takes away when it unloads: the adapters of the real
+// window system behind the core's ports, installed over the simulated host's own.
+struct ModuleAdapters {
+    explicit ModuleAdapters(Win32HostFrame host) : windows(std::move(host)) {}
+    Win32WindowSystem windows;
+    Win32WindowProcedures procedures;
+    Win32TabControls tabs;
+    Win32Theme theme;
+    Win32SystemLook look;
+    ScopedPort<WindowSystem> windowsPort{windows};
+    ScopedPort<WindowProcedures> proceduresPort{procedures};
+    ScopedPort<TabControls> tabsPort{tabs};
+    ScopedPort<Theme> themePort{theme};
+    ScopedPort<SystemLook> lookPort{look};
+};
+
 // What a screenshot holds: red, green, blue, rows from the top.
 struct HostPicture {
     int width = 0;
@@ -39,8 +55,8 @@ public:
 
     SimHost& Host() { return m_host; }
     HostFrame& Frame() { return m_frame; }
+    // The window system as the host itself uses it (its views paint through it).
     Win32WindowSystem& Windows() { return m_windows; }
-    Win32WindowProcedures& Procedures() { return m_procedures; }
     // A setting of the bar as a DWORD below its root key, read at the next load.
     void StoreSetting(const std::wstring& name, std::uint32_t value);
 
@@ -48,7 +64,7 @@ public:
     // loaded already.
     bool Load();
     void Unload();
-    bool IsLoaded() const { return m_bLoaded; }
+    bool IsLoaded() const { return m_module != nullptr; }
     // A line typed at the command line and Enter pressed.
     void Type(const std::wstring& command);
     // Every message waiting on this thread handled.
@@ -63,6 +79,7 @@ private:
     void documentToBeDestroyed(HostDocument* doc) override;
     void documentActivated(HostDocument* doc) override;
     void ViewActivated(HWND view);
+    Win32HostFrame HostWindows();
     HostAppPacket* Packet() { return reinterpret_cast<HostAppPacket*>(&m_packetTag); }
 
     Win32FileSystem m_files;
@@ -71,22 +88,12 @@ private:
     ScopedPort<FontRasteriser> m_fontsPort{m_fonts};
     SimHost m_host;
     HostFrame m_frame;
-    // Installed after the simulated host's own, which they stand in for.
     Win32WindowSystem m_windows;
-    Win32WindowProcedures m_procedures;
-    Win32TabControls m_tabs;
-    Win32Theme m_theme;
-    Win32SystemLook m_look;
-    ScopedPort<WindowSystem> m_windowsPort{m_windows};
-    ScopedPort<WindowProcedures> m_proceduresPort{m_procedures};
-    ScopedPort<TabControls> m_tabsPort{m_tabs};
-    ScopedPort<Theme> m_themePort{m_theme};
-    ScopedPort<SystemLook> m_lookPort{m_look};
+    std::unique_ptr<ModuleAdapters> m_module;  // while loaded
     struct View {
         HWND window = nullptr;
         std::unique_ptr<SimDrawingView> painter;
     };
     std::map<HostDocument*, View> m_views;
-    bool m_bLoaded = false;
     int m_packetTag = 0;
 };

@@ -1,0 +1,265 @@
+// The bar loaded into a host frame of real windows, driven by real mouse input and commands
+// typed at the real command line.
+
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+#include "bar/hv_tabrow.h"
+#include "gdi_test_support.h"
+#include "host/tabrow_app.h"
+#include "host_session.h"
+#include "settings/settings_keys.h"
+#include "support/png_writer.h"
+#include "support/test_files.h"
+
+namespace {
+
+constexpr int kWidth = 1024;
+constexpr int kHeight = 720;
+constexpr int kTop = 59419, kLeft = 59420, kRight = 59421, kBottom = 59422;
+constexpr int kCmdLeft = 59424, kCmdRight = 59425;
+
+RECT RectInParent(HWND hwnd) {
+    RECT rect{};
+    ::GetWindowRect(hwnd, &rect);
+    ::MapWindowPoints(nullptr, ::GetParent(hwnd), reinterpret_cast<POINT*>(&rect), 2);
+    return rect;
+}
+
+std::string Text(const RECT& r) {
+    return std::to_string(r.left) + "," + std::to_string(r.top) + "," + std::to_string(r.right) +
+           "," + std::to_string(r.bottom);
+}
+
+class BarOnRealWindows : public ::testing::Test {
+protected:
+    void LoadDocked(int side, bool tabs = true) {
+        session.StoreSetting(keys::kDockSide, static_cast<std::uint32_t>(side));
+        session.StoreSetting(keys::kTabMode, tabs ? 1 : 0);
+        for (const wchar_t* name : {L"core", L"site", L"roof"})
+            docs.push_back(session.Host().OpenDrawing(L"C:\\jobs\\" + std::wstring(name) + L".dwg"));
+        ASSERT_TRUE(session.Load());
+    }
+    HWND Bar() const { return reinterpret_cast<HWND>(g_pTabrow->GetSafeHwnd()); }
+    HWND Tabs() const { return reinterpret_cast<HWND>(g_pTabrow->m_tabCtrl.m_hWnd); }
+    HWND ActiveView() {
+        return reinterpret_cast<HWND>(
+            ::SendMessageW(session.Frame().MdiClient(), WM_MDIGETACTIVE, 0, 0));
+    }
+    // The mouse as the user moves it: real input, delivered by the window system.
+    void MouseTo(POINT screen) {
+        ::SetCursorPos(screen.x, screen.y);
+        INPUT move{};
+        move.type = INPUT_MOUSE;
+        move.mi.dwFlags = MOUSEEVENTF_MOVE;
+        ::SendInput(1, &move, sizeof move);
+        session.Pump();
+    }
+    void Button(bool down) {
+        INPUT press{};
+        press.type = INPUT_MOUSE;
+        press.mi.dwFlags = down ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_LEFTUP;
+        ::SendInput(1, &press, sizeof press);
+        session.Pump();
+    }
+    void ClickTabOf(HostDocument* doc) {
+        RECT item{};
+        const int index = g_pTabrow->m_tabCtrl.FindDocument(doc);
+        ASSERT_TRUE(::SendMessageW(Tabs(), TCM_GETITEMRECT, index, reinterpret_cast<LPARAM>(&item)));
+        POINT centre{(item.left + item.right) / 2, (item.top + item.bottom) / 2};
+        ::ClientToScreen(Tabs(), &centre);
+        ::SetForegroundWindow(session.Frame().Frame());
+        MouseTo(centre);
+        Button(true);
+        Button(false);
+    }
+    void TypeAtCommandLine(const wchar_t* command) {
+        ::SetWindowTextW(session.Frame().CommandLine(), command);
+        ::SendMessageW(session.Frame().CommandLine(), WM_CHAR, VK_RETURN, 0);
+        session.Pump();
+    }
+
+    HostSession session{kWidth, kHeight};
+    std::vector<HostDocument*> docs;
+};
+
+// Where the host's layout leaves the bar: beside the MDI client on its four sides, cut out of
+// the command window on its two, as thick as its tabs' rows (or half the command window).
+struct DockCase {
+    int side;
+    int padding;  // what the bar adds to its rows of tabs
+};
+
+class DockedBar : public BarOnRealWindows, public ::testing::WithParamInterface<DockCase> {};
+
+TEST_P(DockedBar, TakesItsRoomFromTheHostsLayoutAndShowsEveryDrawing) {
+    const DockCase c = GetParam();
+    LoadDocked(c.side);
+    const RECT room = session.Frame().MdiClientRoom();
+    const RECT mdi = RectInParent(session.Frame().MdiClient());
+    const RECT bar = RectInParent(Bar());
+    RECT item{};
+    const int selected = static_cast<int>(::SendMessageW(Tabs(), TCM_GETCURSEL, 0, 0));
+    ::SendMessageW(Tabs(), TCM_GETITEMRECT, selected, reinterpret_cast<LPARAM>(&item));
+    const int rows = static_cast<int>(::SendMessageW(Tabs(), TCM_GETROWCOUNT, 0, 0));
+    const int across = (c.side == kLeft || c.side == kRight) ? item.right - item.left : item.bottom - item.top;
+    const int t = across * rows + c.padding;
+    RECT wantBar = room, wantMdi = room;
+    switch (c.side) {
+        case kTop: wantBar.bottom = wantMdi.top = room.top + t; break;
+        case kBottom: wantBar.top = wantMdi.bottom = room.bottom - t; break;
+        case kLeft: wantBar.right = wantMdi.left = room.left + t; break;
+        case kRight: wantBar.left = wantMdi.right = room.right - t; break;
+        default: {
+            // Half the command window, at its named end; the MDI client keeps the whole room.
+            RECT container{};
+            ::GetClientRect(session.Frame().CommandBar(), &container);
+            const int half = container.right / 2;
+            wantBar = container;
+            RECT cmd = container;
+            if (c.side == kCmdLeft)
+                wantBar.right = cmd.left = half;
+            else
+                wantBar.left = cmd.right = container.right - half;
+            EXPECT_EQ(Text(cmd), Text(RectInParent(session.Frame().CommandWindow())));
+        }
+    }
+    EXPECT_EQ(Text(wantMdi), Text(mdi));
+    EXPECT_EQ(Text(wantBar), Text(bar));
+    EXPECT_TRUE(::IsWindowVisible(Tabs()));
+    EXPECT_EQ(3, ::SendMessageW(Tabs(), TCM_GETITEMCOUNT, 0, 0));
+    EXPECT_EQ(g_pTabrow->m_tabCtrl.FindDocument(session.Host().MdiActiveDocument()), selected);
+
+    // The frame as the screen shows it, and the active drawing's plan as the software canvas
+    // paints the same view: the lines must agree to the pixel (the name's text is the system's).
+    const HostPicture screen = session.Screenshot();
+    ASSERT_FALSE(screen.rgb.empty());
+    EXPECT_TRUE(SavePng(BesideProgram(L"host-dock-" + std::to_wstring(c.side) + L".png"),
+                        screen.rgb.data(), screen.width, screen.height, screen.width * 3));
+    RECT view{};
+    ::GetClientRect(ActiveView(), &view);
+    POINT corner{0, 0};
+    ::ClientToScreen(ActiveView(), &corner);
+    ::ScreenToClient(session.Frame().Frame(), &corner);
+    SimWindowSystem sim;
+    HostWindow* simView = sim.CreateChild(sim.MdiClient(), L"AfxFrameOrView",
+                                          {0, 0, view.right, view.bottom}, ws::kChild | ws::kVisible);
+    SimDrawingView painter(sim, simView, session.Host().Document(session.Host().MdiActiveDocument()).title);
+    sim.SetMessageHandler(simView, &painter);
+    sim.Send(simView, WM_PAINT, 0, 0);
+    const std::vector<std::uint8_t>& software = sim.Window(simView).picture;
+    std::vector<std::uint8_t> real(software.size());
+    for (int y = 0; y < view.bottom; ++y)
+        std::copy_n(&screen.rgb[((corner.y + y) * screen.width + corner.x) * 3], view.right * 3,
+                    &real[static_cast<std::size_t>(y) * view.right * 3]);
+    EXPECT_EQ("", FirstDifference(software, real, view.right, {0, 32, view.right, view.bottom}));
+}
+
+INSTANTIATE_TEST_SUITE_P(SixSides, DockedBar,
+                         ::testing::Values(DockCase{kTop, 6}, DockCase{kLeft, 8}, DockCase{kRight, 5},
+                                           DockCase{kBottom, 4}, DockCase{kCmdLeft, 0},
+                                           DockCase{kCmdRight, 0}),
+                         [](const auto& info) { return std::to_string(info.param.side); });
+
+TEST_F(BarOnRealWindows, AClickOnATabSwitchesDrawingsUnlessACommandRuns) {
+    session.StoreSetting(keys::kSwitchOnBusy, 0);
+    LoadDocked(kTop);
+    ClickTabOf(docs[0]);
+    EXPECT_EQ(docs[0], session.Host().MdiActiveDocument());
+    EXPECT_EQ(session.ViewOf(docs[0]), ActiveView());
+
+    session.Host().StartCommand(L"LINE");
+    const std::size_t boxes = session.Host().MessageBoxesShown().size();
+    ClickTabOf(docs[1]);
+    EXPECT_EQ(docs[0], session.Host().MdiActiveDocument());
+    EXPECT_EQ(g_pTabrow->m_tabCtrl.FindDocument(docs[0]),
+              ::SendMessageW(Tabs(), TCM_GETCURSEL, 0, 0));
+    ASSERT_EQ(boxes + 1, session.Host().MessageBoxesShown().size());
+    EXPECT_EQ(L"Please finish the active command before switching drawings!",
+              session.Host().MessageBoxesShown().back().text);
+    session.Host().CancelCommand();
+}
+
+TEST_F(BarOnRealWindows, DraggingTheEdgeInTheCommandWindowWidensTheBarOnRelease) {
+    LoadDocked(kCmdLeft);
+    const RECT before = RectInParent(Bar());
+    POINT edge{before.right - 1, (before.top + before.bottom) / 2};
+    ::ClientToScreen(session.Frame().CommandBar(), &edge);
+    MouseTo(edge);
+    Button(true);
+    MouseTo({edge.x + 100, edge.y});
+    EXPECT_EQ(Text(before), Text(RectInParent(Bar())));  // no rubber band while dragging
+    Button(false);
+    const RECT after = RectInParent(Bar());
+    // Pressed a pixel inside the edge, released 100 further: the new edge is where it let go.
+    EXPECT_EQ(before.right - 1 + 100, after.right);
+    EXPECT_EQ(after.right, RectInParent(session.Frame().CommandWindow()).left);
+}
+
+TEST_F(BarOnRealWindows, TroffGivesTheHostItsRoomBackAndTronTakesItAgain) {
+    LoadDocked(kTop);
+    const RECT docked = RectInParent(session.Frame().MdiClient());
+    TypeAtCommandLine(L"TROFF");
+    EXPECT_FALSE(::IsWindowVisible(Bar()));
+    EXPECT_EQ(Text(session.Frame().MdiClientRoom()), Text(RectInParent(session.Frame().MdiClient())));
+    TypeAtCommandLine(L"TRON");
+    EXPECT_TRUE(::IsWindowVisible(Bar()));
+    EXPECT_EQ(Text(docked), Text(RectInParent(session.Frame().MdiClient())));
+}
+
+int ThreadWindows() {
+    int count = 0;
+    ::EnumThreadWindows(
+        ::GetCurrentThreadId(),
+        [](HWND top, LPARAM counter) {
+            ++*reinterpret_cast<int*>(counter);
+            ::EnumChildWindows(top, [](HWND, LPARAM n) { return ++*reinterpret_cast<int*>(n), TRUE; }, counter);
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&count));
+    return count;
+}
+
+int ModuleClasses() {
+    int count = 0;
+    for (const wchar_t* name : {L"HvTabrow", L"HvDwgPalette", L"HvTrFloatWnd"}) {
+        WNDCLASSEXW wc{};
+        wc.cbSize = sizeof wc;
+        count += ::GetClassInfoExW(::GetModuleHandleW(nullptr), name, &wc) ? 1 : 0;
+    }
+    return count;
+}
+
+TEST_F(BarOnRealWindows, TenLoadsAndUnloadsLeaveNoGdiObjectWindowOrClassBehind) {
+    LoadDocked(kTop);
+    session.Unload();
+    const int gdi = LiveGdiObjects(), windows = ThreadWindows();
+    EXPECT_EQ(0, ModuleClasses());
+    for (int i = 0; i < 10; ++i) {
+        ASSERT_TRUE(session.Load());
+        EXPECT_EQ(3, ModuleClasses());
+        session.Unload();
+    }
+    EXPECT_EQ(gdi, LiveGdiObjects());
+    EXPECT_EQ(windows, ThreadWindows());
+    EXPECT_EQ(0, ModuleClasses());
+}
+
+TEST_F(BarOnRealWindows, HostWindowsDestroyedUnderTheBarLeaveItWorking) {
+    LoadDocked(kCmdLeft);
+    ::DestroyWindow(session.Frame().CommandWindow());
+    ::DestroyWindow(session.Frame().MdiClient());
+    session.Type(L"TROFF");
+    session.Type(L"TRON");
+    session.Frame().LayOut();
+    session.Pump();
+    EXPECT_TRUE(::IsWindow(Bar()));
+    session.Unload();
+    EXPECT_FALSE(session.IsLoaded());
+}
+
+}  // namespace
