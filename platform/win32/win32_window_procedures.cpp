@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <unordered_map>
 
 #include "ports/window_messages.h"
 
@@ -18,7 +19,6 @@ struct OldWindowProcedure {
 
 namespace {
 
-constexpr wchar_t kCoreProcedureProperty[] = L"Tabrow.WindowProcedure";
 constexpr wchar_t kHandlerProperty[] = L"Tabrow.WindowHandler";
 
 // A notification's record is the control's: the handler reads its head through the twin, and
@@ -95,13 +95,27 @@ HWND ToHwnd(HostWindow* window) {
     return reinterpret_cast<HWND>(window);
 }
 
-HANDLE AsProperty(WindowProcedure procedure) {
-    return reinterpret_cast<HANDLE>(reinterpret_cast<std::intptr_t>(procedure));
+// The core procedure that the shared procedure runs for each window. Not a window property: a
+// property is a round trip to the window server under Wine, and every message of a hooked MDI
+// client comes through here. Process-wide, as the windows' procedures themselves are; only the
+// thread of the host's windows touches it, and an entry goes when its window gets its procedure
+// back.
+std::unordered_map<HWND, WindowProcedure>& CoreProcedures() {
+    static std::unordered_map<HWND, WindowProcedure> procedures;
+    return procedures;
 }
 
 WindowProcedure CoreProcedureOf(HWND hwnd) {
-    return reinterpret_cast<WindowProcedure>(
-        reinterpret_cast<std::intptr_t>(::GetPropW(hwnd, kCoreProcedureProperty)));
+    const auto& procedures = CoreProcedures();
+    const auto it = procedures.find(hwnd);
+    return it != procedures.end() ? it->second : nullptr;
+}
+
+void SetCoreProcedure(HWND hwnd, WindowProcedure procedure) {
+    if (procedure != nullptr)
+        CoreProcedures()[hwnd] = procedure;
+    else
+        CoreProcedures().erase(hwnd);
 }
 
 LRESULT CALLBACK SharedWindowProcedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -109,11 +123,15 @@ LRESULT CALLBACK SharedWindowProcedure(HWND hwnd, UINT message, WPARAM wParam, L
     if (core == nullptr)
         return ::DefWindowProcW(hwnd, message, wParam, lParam);
     // Nothing may cross back into the window system: a failure ends here as "not handled".
+    LRESULT result = 0;
     try {
-        return core(reinterpret_cast<HostWindow*>(hwnd), message, wParam, lParam);
+        result = core(reinterpret_cast<HostWindow*>(hwnd), message, wParam, lParam);
     } catch (...) {
-        return 0;
     }
+    // A window that dies still hooked takes its entry along; its handle may come back.
+    if (message == WM_NCDESTROY)
+        SetCoreProcedure(hwnd, nullptr);
+    return result;
 }
 
 }  // namespace
@@ -134,17 +152,14 @@ OldWindowProcedure* Win32WindowProcedures::Replace(HostWindow* window, WindowPro
     const auto current = reinterpret_cast<WNDPROC>(::GetWindowLongPtrW(hwnd, GWLP_WNDPROC));
     if (current == &SharedWindowProcedure)
         record->core = CoreProcedureOf(hwnd);
-    // The property first: the shared procedure may see a message the moment it is installed.
-    if (!::SetPropW(hwnd, kCoreProcedureProperty, AsProperty(procedure)))
-        return nullptr;
+    // The core procedure first: the shared procedure may see a message the moment it is
+    // installed.
+    SetCoreProcedure(hwnd, procedure);
     ::SetLastError(ERROR_SUCCESS);
     const LONG_PTR previous =
         ::SetWindowLongPtrW(hwnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&SharedWindowProcedure));
     if (previous == 0 && ::GetLastError() != ERROR_SUCCESS) {
-        if (record->core != nullptr)
-            ::SetPropW(hwnd, kCoreProcedureProperty, AsProperty(record->core));
-        else
-            ::RemovePropW(hwnd, kCoreProcedureProperty);
+        SetCoreProcedure(hwnd, record->core);
         return nullptr;
     }
     record->wndproc = reinterpret_cast<WNDPROC>(previous);
@@ -164,10 +179,7 @@ void Win32WindowProcedures::Restore(HostWindow* window, OldWindowProcedure* proc
         return;
     HWND hwnd = ToHwnd(window);
     ::SetWindowLongPtrW(hwnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure->wndproc));
-    if (procedure->core != nullptr)
-        ::SetPropW(hwnd, kCoreProcedureProperty, AsProperty(procedure->core));
-    else
-        ::RemovePropW(hwnd, kCoreProcedureProperty);
+    SetCoreProcedure(hwnd, procedure->core);
 }
 
 std::intptr_t Win32WindowProcedures::CallOld(OldWindowProcedure* procedure, HostWindow* window,
@@ -210,6 +222,10 @@ LRESULT CALLBACK HandlerWindowProcedure(HWND hwnd, UINT message, WPARAM wParam, 
     if (message == WM_NCDESTROY)
         ::RemovePropW(hwnd, kHandlerProperty);
     return ::DefWindowProcW(hwnd, message, wParam, lParam);
+}
+
+std::size_t WindowsRunningCoreProcedures() {
+    return CoreProcedures().size();
 }
 
 MsgResult DispatchToHandler(WindowHandler& handler, UINT message, WPARAM wParam, LPARAM lParam) {

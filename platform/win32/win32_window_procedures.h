@@ -2,7 +2,7 @@
 // Window procedures on real windows: a HostWindow* is the HWND.
 //
 // The core's procedure is not a WNDPROC, so the window gets one shared WNDPROC, which finds the
-// core's procedure in a property of the window and calls it. What Replace returns remembers the
+// core's procedure in a table by window and calls it. What Replace returns remembers the
 // WNDPROC it displaced and, when that was the shared one, the core procedure it ran, so that
 // procedures replaced twice still call each other in the right order.
 //
@@ -45,6 +45,8 @@ private:
 // window's handler as a named call, and what the handler does not handle (or fails in) goes to
 // DefWindowProc, so that a window that names no WM_NCHITTEST or WM_PAINT still behaves.
 LRESULT CALLBACK HandlerWindowProcedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
+// Windows whose procedure is the shared one, running a core procedure.
+std::size_t WindowsRunningCoreProcedures();
 // One message as a named call of the handler, its parameters decoded as Win32 packs them.
 MsgResult DispatchToHandler(WindowHandler& handler, UINT message, WPARAM wParam, LPARAM lParam);
 // Gives a window of that class its handler (not owned); null takes it away. The window forgets

@@ -81,7 +81,7 @@ TEST_F(Win32WindowProceduresTest, ProceduresReplacedTwiceChainComeOffInTurnAndSt
     EXPECT_EQ(TestWindow::Log(), (Log{"first", "class:0"}));
     procedures.Restore(window.Host(), g_pOldOfFirst);
     EXPECT_EQ(Installed(), TestWindow::ClassProcedure());
-    EXPECT_EQ(::GetPropW(window.Hwnd(), L"Tabrow.WindowProcedure"), nullptr);
+    EXPECT_EQ(WindowsRunningCoreProcedures(), 0u);
     EXPECT_EQ(procedures.ActiveReplacements(), 0u);
     // A procedure given back can still be called: a dying window's subclass does that.
     TestWindow::Log().clear();
