@@ -92,6 +92,7 @@ protected:
 struct DockCase {
     int side;
     int padding;  // what the bar adds to its rows of tabs
+    RECT tabsInBar;  // the tabs' rectangle less the bar's client area, side by side
 };
 
 class DockedBar : public BarOnRealWindows, public ::testing::WithParamInterface<DockCase> {};
@@ -130,6 +131,10 @@ TEST_P(DockedBar, TakesItsRoomFromTheHostsLayoutAndShowsEveryDrawing) {
     }
     EXPECT_EQ(Text(wantMdi), Text(mdi));
     EXPECT_EQ(Text(wantBar), Text(bar));
+    RECT tabs = RectInParent(Tabs());
+    const RECT inset{tabs.left, tabs.top, tabs.right - (bar.right - bar.left),
+                     tabs.bottom - (bar.bottom - bar.top)};
+    EXPECT_EQ(Text(c.tabsInBar), Text(inset)) << "the tabs fill the bar";
     EXPECT_TRUE(::IsWindowVisible(Tabs()));
     EXPECT_EQ(3, ::SendMessageW(Tabs(), TCM_GETITEMCOUNT, 0, 0));
     EXPECT_EQ(g_pTabrow->m_tabCtrl.FindDocument(session.Host().MdiActiveDocument()), selected);
@@ -160,9 +165,12 @@ TEST_P(DockedBar, TakesItsRoomFromTheHostsLayoutAndShowsEveryDrawing) {
 }
 
 INSTANTIATE_TEST_SUITE_P(SixSides, DockedBar,
-                         ::testing::Values(DockCase{kTop, 6}, DockCase{kLeft, 8}, DockCase{kRight, 5},
-                                           DockCase{kBottom, 4}, DockCase{kCmdLeft, 0},
-                                           DockCase{kCmdRight, 0}),
+                         ::testing::Values(DockCase{kTop, 6, {0, 1, 0, 0}},
+                                           DockCase{kLeft, 8, {2, 0, 0, 0}},
+                                           DockCase{kRight, 5, {0, 0, -1, 0}},
+                                           DockCase{kBottom, 4, {0, 0, 0, 0}},
+                                           DockCase{kCmdLeft, 0, {0, 0, 0, 0}},
+                                           DockCase{kCmdRight, 0, {0, 0, 0, 0}}),
                          [](const auto& info) { return std::to_string(info.param.side); });
 
 TEST_F(BarOnRealWindows, AClickOnATabSwitchesDrawingsUnlessACommandRuns) {
