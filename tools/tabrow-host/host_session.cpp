@@ -67,10 +67,19 @@ void HostSession::Type(const std::wstring& command) {
 
 void HostSession::Pump() {
     MSG msg{};
-    while (::PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
-        ::TranslateMessage(&msg);
-        ::DispatchMessageW(&msg);
-    }
+    while (::PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE))
+        Dispatch(msg);
+}
+
+void HostSession::Dispatch(const MSG& msg) {
+    const HostMessage seen{reinterpret_cast<HostWindow*>(msg.hwnd), msg.message, msg.wParam,
+                           msg.lParam};
+    // A watcher may take itself off while it runs.
+    const std::vector<HostMessageWatcher> watchers = m_host.MessageWatchers();
+    for (HostMessageWatcher watcher : watchers)
+        watcher(seen);
+    ::TranslateMessage(&msg);
+    ::DispatchMessageW(&msg);
 }
 
 HWND HostSession::ViewOf(HostDocument* doc) const {

@@ -69,6 +69,9 @@ public:
     void Type(const std::wstring& command);
     // Every message waiting on this thread handled.
     void Pump();
+    // One message of the main loop: the watchers the module registered see it first, as the
+    // host's own loop shows them its messages, then its window.
+    void Dispatch(const MSG& msg);
     // The drawing's MDI child, null when it has none.
     HWND ViewOf(HostDocument* doc) const;
     // The frame's client area as the screen shows it.

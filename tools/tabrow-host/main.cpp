@@ -82,10 +82,8 @@ int Interactive(const Options& options) {
     OpenDrawings(session, options.drawings);
     session.Load();
     MSG msg{};
-    while (::IsWindow(session.Frame().Frame()) && ::GetMessageW(&msg, nullptr, 0, 0) > 0) {
-        ::TranslateMessage(&msg);
-        ::DispatchMessageW(&msg);
-    }
+    while (::GetMessageW(&msg, nullptr, 0, 0) > 0)
+        session.Dispatch(msg);
     return 0;
 }
 

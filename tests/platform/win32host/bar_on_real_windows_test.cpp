@@ -219,6 +219,22 @@ TEST_F(BarOnRealWindows, TroffGivesTheHostItsRoomBackAndTronTakesItAgain) {
     EXPECT_EQ(Text(docked), Text(RectInParent(session.Frame().MdiClient())));
 }
 
+TEST_F(BarOnRealWindows, AFloatingBarStandsInAWindowOfItsOwnAndLeavesTheHostItsRoom) {
+    session.StoreSetting(keys::kFloating, 1);
+    LoadDocked(kTop);
+    HWND floating = ::GetParent(Bar());
+    EXPECT_EQ(0, ::GetWindowLongPtrW(floating, GWL_STYLE) & WS_CHILD);
+    EXPECT_EQ(session.Frame().Frame(), ::GetWindow(floating, GW_OWNER));
+    EXPECT_TRUE(::IsWindowVisible(Bar()));
+    EXPECT_EQ(Text(session.Frame().MdiClientRoom()), Text(RectInParent(session.Frame().MdiClient())));
+    TypeAtCommandLine(L"TRCENTER");
+    RECT work{}, placed{};
+    ::SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+    ::GetWindowRect(floating, &placed);
+    EXPECT_NEAR((work.left + work.right) / 2, (placed.left + placed.right) / 2, 1);
+    EXPECT_NEAR((work.top + work.bottom) / 2, (placed.top + placed.bottom) / 2, 1);
+}
+
 int ThreadWindows() {
     int count = 0;
     ::EnumThreadWindows(
