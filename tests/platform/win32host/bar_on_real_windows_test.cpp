@@ -136,6 +136,12 @@ TEST_P(DockedBar, TakesItsRoomFromTheHostsLayoutAndShowsEveryDrawing) {
                      tabs.bottom - (bar.bottom - bar.top)};
     EXPECT_EQ(Text(c.tabsInBar), Text(inset)) << "the tabs fill the bar";
     EXPECT_TRUE(::IsWindowVisible(Tabs()));
+    // The tabs are drawn in the tab font (by default the system's GUI font), which stays alive
+    // while the control holds it.
+    LOGFONTW font{};
+    const auto held = reinterpret_cast<HFONT>(::SendMessageW(Tabs(), WM_GETFONT, 0, 0));
+    ASSERT_EQ(static_cast<int>(sizeof font), ::GetObjectW(held, sizeof font, &font));
+    EXPECT_EQ(Win32SystemLook().DefaultGuiFont().lfHeight, font.lfHeight);
     EXPECT_EQ(3, ::SendMessageW(Tabs(), TCM_GETITEMCOUNT, 0, 0));
     EXPECT_EQ(g_pTabrow->m_tabCtrl.FindDocument(session.Host().MdiActiveDocument()), selected);
 
