@@ -45,7 +45,8 @@ bool Win32TabControls::SetItemText(HostWindow* tabs, int index, const std::wstri
     TCITEMW item{};
     item.mask = TCIF_TEXT;
     item.pszText = const_cast<wchar_t*>(text.c_str());
-    return Send(tabs, TCM_SETITEMW, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&item)) != 0;
+    return Send(tabs, TCM_SETITEMW, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&item)) !=
+           0;
 }
 
 int Win32TabControls::InsertItem(HostWindow* tabs, int index, const std::wstring& text,

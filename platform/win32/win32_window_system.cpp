@@ -221,8 +221,8 @@ HostWindow* Win32WindowSystem::CreateChild(const ChildWindowSpec& spec) {
     EnsureClass(spec.className);
     PendingCreation pending;
     pending.spec = &spec;
-    pending.ownClass = std::find(m_classes.begin(), m_classes.end(), spec.className) !=
-                       m_classes.end();
+    pending.ownClass =
+        std::find(m_classes.begin(), m_classes.end(), spec.className) != m_classes.end();
     pending.hook = ::SetWindowsHookExW(WH_CBT, &CreationHook, nullptr, ::GetCurrentThreadId());
     PendingCreation* outer = std::exchange(t_pPending, &pending);
     // A window without a parent is owned by the frame, so that it stays above it.

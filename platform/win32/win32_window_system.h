@@ -34,7 +34,8 @@ struct Win32HostFrame {
 
 class Win32WindowSystem : public WindowSystem {
 public:
-    explicit Win32WindowSystem(Win32HostFrame host, HINSTANCE instance = ::GetModuleHandleW(nullptr));
+    explicit Win32WindowSystem(Win32HostFrame host,
+                               HINSTANCE instance = ::GetModuleHandleW(nullptr));
     ~Win32WindowSystem() override;
     Win32WindowSystem(const Win32WindowSystem&) = delete;
     Win32WindowSystem& operator=(const Win32WindowSystem&) = delete;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/win32/gdi_handles.h"
 #include "platform/win32/win32_window_procedures.h"
 
 namespace {
@@ -26,7 +27,8 @@ void Register(HINSTANCE instance, const wchar_t* name, WNDPROC procedure, int ba
     wc.lpfnWndProc = procedure;
     wc.hInstance = instance;
     wc.hCursor = ::LoadCursorW(nullptr, IDC_ARROW);
-    wc.hbrBackground = background < 0 ? nullptr : reinterpret_cast<HBRUSH>(static_cast<INT_PTR>(background + 1));
+    wc.hbrBackground =
+        background < 0 ? nullptr : reinterpret_cast<HBRUSH>(static_cast<INT_PTR>(background + 1));
     wc.lpszClassName = name;
     ::RegisterClassExW(&wc);
 }
@@ -46,13 +48,15 @@ HostFrame::HostFrame(Events events, int width, int height)
     Register(m_instance, kCommandBarClass, &CommandBarProcedure, COLOR_BTNFACE);
     Register(m_instance, kCommandWindowClass, &CommandWindowProcedure, -1);
     Register(m_instance, kDrawingClass, &DrawingProcedure, -1);
-    m_frame = ::CreateWindowExW(0, kFrameClass, L"Tabrow Host", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
-                                0, 0, width, height, nullptr, nullptr, m_instance, nullptr);
+    m_frame =
+        ::CreateWindowExW(0, kFrameClass, L"Tabrow Host", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 0,
+                          0, width, height, nullptr, nullptr, m_instance, nullptr);
     ::SetWindowLongPtrW(m_frame, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     CLIENTCREATESTRUCT client{nullptr, kFirstChildId};
-    m_mdiClient = MakeChild(L"MDIClient", L"", WS_CLIPCHILDREN, m_frame, m_instance, &client,
-                            kMdiClientId);
-    m_commandBar = MakeChild(kCommandBarClass, L"Command Line", WS_CLIPCHILDREN, m_frame, m_instance);
+    m_mdiClient =
+        MakeChild(L"MDIClient", L"", WS_CLIPCHILDREN, m_frame, m_instance, &client, kMdiClientId);
+    m_commandBar =
+        MakeChild(kCommandBarClass, L"Command Line", WS_CLIPCHILDREN, m_frame, m_instance);
     ::SetWindowLongPtrW(m_commandBar, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     m_commandWindow = MakeChild(kCommandWindowClass, L"", 0, m_commandBar, m_instance);
     ::SetWindowLongPtrW(m_commandWindow, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
@@ -128,19 +132,23 @@ void HostFrame::SetHistory(std::vector<std::wstring> lines) {
 void HostFrame::PaintHistory(HWND window) {
     PAINTSTRUCT paint{};
     HDC dc = ::BeginPaint(window, &paint);
+    if (dc == nullptr)
+        return;
     RECT client{};
     ::GetClientRect(window, &client);
     ::FillRect(dc, &client, static_cast<HBRUSH>(::GetStockObject(WHITE_BRUSH)));
-    HGDIOBJ old = ::SelectObject(dc, ::GetStockObject(DEFAULT_GUI_FONT));
-    ::SetBkMode(dc, TRANSPARENT);
-    const int rows = std::max(0, (static_cast<int>(client.bottom) - kCommandLineHeight) / kHistoryLineHeight);
-    const std::size_t first = m_history.size() > static_cast<std::size_t>(rows)
-                                  ? m_history.size() - static_cast<std::size_t>(rows)
-                                  : 0;
-    int y = 2;
-    for (std::size_t i = first; i < m_history.size(); ++i, y += kHistoryLineHeight)
-        ::TextOutW(dc, 4, y, m_history[i].c_str(), static_cast<int>(m_history[i].size()));
-    ::SelectObject(dc, old);
+    {
+        const SelectGuard font(dc, ::GetStockObject(DEFAULT_GUI_FONT));
+        ::SetBkMode(dc, TRANSPARENT);
+        const int rows = std::max(
+            0, (static_cast<int>(client.bottom) - kCommandLineHeight) / kHistoryLineHeight);
+        const std::size_t first = m_history.size() > static_cast<std::size_t>(rows)
+                                      ? m_history.size() - static_cast<std::size_t>(rows)
+                                      : 0;
+        int y = 2;
+        for (std::size_t i = first; i < m_history.size(); ++i, y += kHistoryLineHeight)
+            ::TextOutW(dc, 4, y, m_history[i].c_str(), static_cast<int>(m_history[i].size()));
+    }  // the font is put back before the paint ends
     ::EndPaint(window, &paint);
 }
 
@@ -195,8 +203,12 @@ LRESULT CALLBACK HostFrame::CommandLineProcedure(HWND hwnd, UINT message, WPARAM
         ::GetWindowTextW(hwnd, text.data(), length + 1);
         text.resize(static_cast<std::size_t>(length));
         ::SetWindowTextW(hwnd, L"");
-        if (self->m_events.command)
-            self->m_events.command(text);
+        // What the command does stays on this side of the window system.
+        try {
+            if (self->m_events.command)
+                self->m_events.command(text);
+        } catch (...) {
+        }
         return 0;
     }
     return ::CallWindowProcW(self->m_editProcedure, hwnd, message, wParam, lParam);
@@ -211,8 +223,11 @@ LRESULT CALLBACK HostFrame::DrawingProcedure(HWND hwnd, UINT message, WPARAM wPa
     if (message == WM_MDIACTIVATE && reinterpret_cast<HWND>(lParam) == hwnd) {
         HWND frame = ::GetParent(::GetParent(hwnd));
         HostFrame* self = OwnerOf<HostFrame>(frame);
-        if (self != nullptr && !self->m_bActivating && self->m_events.drawingActivated)
-            self->m_events.drawingActivated(hwnd);
+        try {
+            if (self != nullptr && !self->m_bActivating && self->m_events.drawingActivated)
+                self->m_events.drawingActivated(hwnd);
+        } catch (...) {
+        }
     }
     return ::DefMDIChildProcW(hwnd, message, wParam, lParam);
 }

@@ -36,9 +36,10 @@ Win32HostFrame HostSession::HostWindows() {
 
 void HostSession::StoreSetting(const std::wstring& name, std::uint32_t value) {
     m_host.Registry().CreateKey(RegHive::CurrentUser, kSettingsKey);
-    RegValue dword{reg::kDword,
-                   {static_cast<std::uint8_t>(value), static_cast<std::uint8_t>(value >> 8),
-                    static_cast<std::uint8_t>(value >> 16), static_cast<std::uint8_t>(value >> 24)}};
+    RegValue dword{
+        reg::kDword,
+        {static_cast<std::uint8_t>(value), static_cast<std::uint8_t>(value >> 8),
+         static_cast<std::uint8_t>(value >> 16), static_cast<std::uint8_t>(value >> 24)}};
     m_host.Registry().SetValue(RegHive::CurrentUser, kSettingsKey, name, dword);
 }
 
@@ -128,7 +129,8 @@ HostPicture HostSession::Screenshot() {
     ::ClientToScreen(m_frame.Frame(), &corner);
     HostPicture picture;
     const WindowDc screen = GetWindowDc(nullptr);
-    std::unique_ptr<GdiCanvas> canvas = GdiCanvas::Create(client.right, client.bottom, screen.Get());
+    std::unique_ptr<GdiCanvas> canvas =
+        GdiCanvas::Create(client.right, client.bottom, screen.Get());
     if (canvas == nullptr)
         return picture;
     ::BitBlt(canvas->Dc(), 0, 0, client.right, client.bottom, screen.Get(), corner.x, corner.y,

@@ -67,8 +67,8 @@ int Screenshots(const Options& options) {
         session.Load();
         const HostPicture picture = session.Screenshot();
         const auto file = options.screenshots / ("dock-" + std::to_string(side) + ".png");
-        const bool saved = SavePng(file, picture.rgb.data(), picture.width, picture.height,
-                                   picture.width * 3);
+        const bool saved =
+            SavePng(file, picture.rgb.data(), picture.width, picture.height, picture.width * 3);
         std::printf("%s %s\n", saved ? "wrote" : "could not write", file.string().c_str());
         failures += saved ? 0 : 1;
     }

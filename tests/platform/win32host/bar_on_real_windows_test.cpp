@@ -41,7 +41,8 @@ protected:
         session.StoreSetting(keys::kDockSide, static_cast<std::uint32_t>(side));
         session.StoreSetting(keys::kTabMode, tabs ? 1 : 0);
         for (const wchar_t* name : {L"core", L"site", L"roof"})
-            docs.push_back(session.Host().OpenDrawing(L"C:\\jobs\\" + std::wstring(name) + L".dwg"));
+            docs.push_back(
+                session.Host().OpenDrawing(L"C:\\jobs\\" + std::wstring(name) + L".dwg"));
         ASSERT_TRUE(session.Load());
     }
     HWND Bar() const { return reinterpret_cast<HWND>(g_pTabrow->GetSafeHwnd()); }
@@ -69,7 +70,8 @@ protected:
     void ClickTabOf(HostDocument* doc) {
         RECT item{};
         const int index = g_pTabrow->m_tabCtrl.FindDocument(doc);
-        ASSERT_TRUE(::SendMessageW(Tabs(), TCM_GETITEMRECT, index, reinterpret_cast<LPARAM>(&item)));
+        ASSERT_TRUE(
+            ::SendMessageW(Tabs(), TCM_GETITEMRECT, index, reinterpret_cast<LPARAM>(&item)));
         POINT centre{(item.left + item.right) / 2, (item.top + item.bottom) / 2};
         ::ClientToScreen(Tabs(), &centre);
         ::SetForegroundWindow(session.Frame().Frame());
@@ -91,7 +93,7 @@ protected:
 // the command window on its two, as thick as its tabs' rows (or half the command window).
 struct DockCase {
     int side;
-    int padding;  // what the bar adds to its rows of tabs
+    int padding;     // what the bar adds to its rows of tabs
     RECT tabsInBar;  // the tabs' rectangle less the bar's client area, side by side
 };
 
@@ -107,14 +109,23 @@ TEST_P(DockedBar, TakesItsRoomFromTheHostsLayoutAndShowsEveryDrawing) {
     const int selected = static_cast<int>(::SendMessageW(Tabs(), TCM_GETCURSEL, 0, 0));
     ::SendMessageW(Tabs(), TCM_GETITEMRECT, selected, reinterpret_cast<LPARAM>(&item));
     const int rows = static_cast<int>(::SendMessageW(Tabs(), TCM_GETROWCOUNT, 0, 0));
-    const int across = (c.side == kLeft || c.side == kRight) ? item.right - item.left : item.bottom - item.top;
+    const int across =
+        (c.side == kLeft || c.side == kRight) ? item.right - item.left : item.bottom - item.top;
     const int t = across * rows + c.padding;
     RECT wantBar = room, wantMdi = room;
     switch (c.side) {
-        case kTop: wantBar.bottom = wantMdi.top = room.top + t; break;
-        case kBottom: wantBar.top = wantMdi.bottom = room.bottom - t; break;
-        case kLeft: wantBar.right = wantMdi.left = room.left + t; break;
-        case kRight: wantBar.left = wantMdi.right = room.right - t; break;
+        case kTop:
+            wantBar.bottom = wantMdi.top = room.top + t;
+            break;
+        case kBottom:
+            wantBar.top = wantMdi.bottom = room.bottom - t;
+            break;
+        case kLeft:
+            wantBar.right = wantMdi.left = room.left + t;
+            break;
+        case kRight:
+            wantBar.left = wantMdi.right = room.right - t;
+            break;
         default: {
             // Half the command window, at its named end; the MDI client keeps the whole room.
             RECT container{};
@@ -157,9 +168,11 @@ TEST_P(DockedBar, TakesItsRoomFromTheHostsLayoutAndShowsEveryDrawing) {
     ::ClientToScreen(ActiveView(), &corner);
     ::ScreenToClient(session.Frame().Frame(), &corner);
     SimWindowSystem sim;
-    HostWindow* simView = sim.CreateChild(sim.MdiClient(), L"AfxFrameOrView",
-                                          {0, 0, view.right, view.bottom}, ws::kChild | ws::kVisible);
-    SimDrawingView painter(sim, simView, session.Host().Document(session.Host().MdiActiveDocument()).title);
+    HostWindow* simView =
+        sim.CreateChild(sim.MdiClient(), L"AfxFrameOrView", {0, 0, view.right, view.bottom},
+                        ws::kChild | ws::kVisible);
+    SimDrawingView painter(sim, simView,
+                           session.Host().Document(session.Host().MdiActiveDocument()).title);
     sim.SetMessageHandler(simView, &painter);
     sim.Send(simView, WM_PAINT, 0, 0);
     const std::vector<std::uint8_t>& software = sim.Window(simView).picture;
@@ -170,14 +183,12 @@ TEST_P(DockedBar, TakesItsRoomFromTheHostsLayoutAndShowsEveryDrawing) {
     EXPECT_EQ("", FirstDifference(software, real, view.right, {0, 32, view.right, view.bottom}));
 }
 
-INSTANTIATE_TEST_SUITE_P(SixSides, DockedBar,
-                         ::testing::Values(DockCase{kTop, 6, {0, 1, 0, 0}},
-                                           DockCase{kLeft, 8, {2, 0, 0, 0}},
-                                           DockCase{kRight, 5, {0, 0, -1, 0}},
-                                           DockCase{kBottom, 4, {0, 0, 0, 0}},
-                                           DockCase{kCmdLeft, 0, {0, 0, 0, 0}},
-                                           DockCase{kCmdRight, 0, {0, 0, 0, 0}}),
-                         [](const auto& info) { return std::to_string(info.param.side); });
+INSTANTIATE_TEST_SUITE_P(
+    SixSides, DockedBar,
+    ::testing::Values(DockCase{kTop, 6, {0, 1, 0, 0}}, DockCase{kLeft, 8, {2, 0, 0, 0}},
+                      DockCase{kRight, 5, {0, 0, -1, 0}}, DockCase{kBottom, 4, {0, 0, 0, 0}},
+                      DockCase{kCmdLeft, 0, {0, 0, 0, 0}}, DockCase{kCmdRight, 0, {0, 0, 0, 0}}),
+    [](const auto& info) { return std::to_string(info.param.side); });
 
 TEST_F(BarOnRealWindows, AClickOnATabSwitchesDrawingsUnlessACommandRuns) {
     session.StoreSetting(keys::kSwitchOnBusy, 0);
@@ -219,7 +230,8 @@ TEST_F(BarOnRealWindows, TroffGivesTheHostItsRoomBackAndTronTakesItAgain) {
     const RECT docked = RectInParent(session.Frame().MdiClient());
     TypeAtCommandLine(L"TROFF");
     EXPECT_FALSE(::IsWindowVisible(Bar()));
-    EXPECT_EQ(Text(session.Frame().MdiClientRoom()), Text(RectInParent(session.Frame().MdiClient())));
+    EXPECT_EQ(Text(session.Frame().MdiClientRoom()),
+              Text(RectInParent(session.Frame().MdiClient())));
     TypeAtCommandLine(L"TRON");
     EXPECT_TRUE(::IsWindowVisible(Bar()));
     EXPECT_EQ(Text(docked), Text(RectInParent(session.Frame().MdiClient())));
@@ -232,7 +244,8 @@ TEST_F(BarOnRealWindows, AFloatingBarStandsInAWindowOfItsOwnAndLeavesTheHostItsR
     EXPECT_EQ(0, ::GetWindowLongPtrW(floating, GWL_STYLE) & WS_CHILD);
     EXPECT_EQ(session.Frame().Frame(), ::GetWindow(floating, GW_OWNER));
     EXPECT_TRUE(::IsWindowVisible(Bar()));
-    EXPECT_EQ(Text(session.Frame().MdiClientRoom()), Text(RectInParent(session.Frame().MdiClient())));
+    EXPECT_EQ(Text(session.Frame().MdiClientRoom()),
+              Text(RectInParent(session.Frame().MdiClient())));
     TypeAtCommandLine(L"TRCENTER");
     RECT work{}, placed{};
     ::SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
@@ -247,7 +260,8 @@ int ThreadWindows() {
         ::GetCurrentThreadId(),
         [](HWND top, LPARAM counter) {
             ++*reinterpret_cast<int*>(counter);
-            ::EnumChildWindows(top, [](HWND, LPARAM n) { return ++*reinterpret_cast<int*>(n), TRUE; }, counter);
+            ::EnumChildWindows(
+                top, [](HWND, LPARAM n) { return ++*reinterpret_cast<int*>(n), TRUE; }, counter);
             return TRUE;
         },
         reinterpret_cast<LPARAM>(&count));
