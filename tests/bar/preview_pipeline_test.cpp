@@ -179,6 +179,9 @@ TEST_F(PreviewSession, ActivatingAWindowGrabbedDrawingRedrawsAgainAfterTheDelay)
     EXPECT_EQ(host.Graphics().Grabs(), grabs + 1);
     EXPECT_FALSE(Item(site)->bDirty);
     EXPECT_EQ(host.MdiActiveDocument(), plan);
+    Bar().OnRefreshPreviews();  // the menu's: forced, locked or not, and back to the first
+    EXPECT_TRUE(Item(site)->bDirty && Item(plan)->bDirty);
+    EXPECT_EQ(host.MdiActiveDocument(), plan);
 }
 
 TEST_F(PreviewSession, AnAutomationFailureOfRefreshPreviewIsShownWithItsCode) {
