@@ -84,7 +84,7 @@ TEST_F(PreviewSession, TheThumbnailIsTheViewReducedAndAdjustedForItsBackground) 
         host.Document(plan).viewportStyles = c.styles;
         host.SetCurrentColors(c.colors);
         Previews().UpdateColors();
-        Bar().RefreshDocument(plan, true);
+        Item(plan)->bDirty = true;  // marked without a redraw: Paint() grabs
         Paint();
         TrDocItem& item = *Item(plan);
         EXPECT_FALSE(item.bDirty);
@@ -144,7 +144,7 @@ TEST_F(PreviewSession, AFailedGrabKeepsTheRecordAndACellBelowAPixelDropsThePictu
     for (SimGraphicsCall call : {SimGraphicsCall::ScreenShot, SimGraphicsCall::CopyClientArea}) {
         host.Document(plan).gsViewports = {call == SimGraphicsCall::CopyClientArea ? 2 : 0};
         host.Graphics().FailCall(call);
-        Bar().RefreshDocument(plan, false);
+        Item(plan)->bDirty = true;
         Paint();
         EXPECT_TRUE(Item(plan)->bDirty);
         EXPECT_EQ(Item(plan)->hImage, first);
