@@ -35,11 +35,14 @@ const std::wstring* LineValue(const CSplit& pieces) {
 }
 
 // Writes `files` behind the first `count` keys of the section, one line at a time, so that a
-// write cut short loses none of the lines that were there.
+// write cut short loses none of the lines that were there. The first write that fails ends it:
+// the lines behind it would leave a gap in the numbers.
 void AppendEntries(HvIniFile& ini, const std::wstring& name, std::size_t count,
                    const std::vector<TrFileEntry>& files) {
-    for (const TrFileEntry& entry : files)
-        ini.WriteString(name, EntryKey(++count), EntryValue(entry));
+    for (const TrFileEntry& entry : files) {
+        if (!ini.WriteString(name, EntryKey(++count), EntryValue(entry)))
+            return;
+    }
 }
 
 }  // namespace
