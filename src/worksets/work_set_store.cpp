@@ -121,9 +121,8 @@ void TrWorkSetStore::OpenWorkSet(const std::wstring& name, HvRegImpl& settings,
 }
 
 std::wstring TrWorkSetStore::CheckNewName(const std::wstring& name) const {
-    const bool placeholder =
-        std::any_of(std::begin(kPlaceholderNames), std::end(kPlaceholderNames),
-                    [&](const wchar_t* text) { return name == text; });
+    const bool placeholder = std::any_of(std::begin(kPlaceholderNames), std::end(kPlaceholderNames),
+                                         [&](const wchar_t* text) { return name == text; });
     if (name.empty() || placeholder)
         return L"You need to give the Work Set a name!";
     for (const std::wstring& existing : GetNames()) {

@@ -111,6 +111,7 @@ TEST_F(WorkSets, AStopOrAFailureBeforeTheRenameLeavesTheOldWorkSetsWhole) {
     files.BreakRename(SimFileSystem::RenameFault::Crash, 1);
     EXPECT_THROW(writes[0](Sets()), SimulatedCrash);
     EXPECT_EQ(Opened(L"A"), (Texts{L"C:\\a.dwg(r)", L"C:\\b.dwg", L"C:\\n1.dwg"}));
+    EXPECT_EQ(Boxes(), Texts{}) << "no file was there already";
 }
 
 TEST_F(WorkSets, AddsLeaveStoredFilesOutAndRewritesNumberFromOne) {
@@ -120,13 +121,17 @@ TEST_F(WorkSets, AddsLeaveStoredFilesOutAndRewritesNumberFromOne) {
     Sets().AddFiles(L"Jobs", {TrFileEntry(L"c:\\A.DWG"), readOnly, TrFileEntry(L"C:\\x,y.txt")});
     EXPECT_EQ(Boxes(), Texts{L"1 files were already in the selected Work Set"});
     // Numbered on from the count of keys: the hand-made gap makes the first add overwrite.
-    EXPECT_EQ(ReadBytes(File()), "[Jobs]\nFile1=C:\\a.dwg,0\nFile3=C:\\new.dwg,1\nFile4=C:\\x,y.txt,0\n");
+    EXPECT_EQ(ReadBytes(File()),
+              "[Jobs]\nFile1=C:\\a.dwg,0\nFile3=C:\\new.dwg,1\nFile4=C:\\x,y.txt,0\n");
     Sets().RewriteWorkSet(L"JOBS", Sets().GetOpenEntries(L"Jobs"));
-    EXPECT_EQ(ReadBytes(File()), "[Jobs]\nFile1=C:\\a.dwg,0\nFile2=C:\\new.dwg,1\nFile3=C:\\x,y.txt,0\n");
+    EXPECT_EQ(ReadBytes(File()),
+              "[Jobs]\nFile1=C:\\a.dwg,0\nFile2=C:\\new.dwg,1\nFile3=C:\\x,y.txt,0\n");
     const wchar_t* const noName = L"You need to give the Work Set a name!";
-    for (auto [name, refusal] : {std::pair{L"", noName}, {L"<Enter Work Set Name>", noName},
+    for (auto [name, refusal] : {std::pair{L"", noName},
+                                 {L"<Enter Work Set Name>", noName},
                                  {L"<Select Work Set>", noName},
-                                 {L"jOBS", L"That name is already used!"}, {L"Jobs 2", L""}})
+                                 {L"jOBS", L"That name is already used!"},
+                                 {L"Jobs 2", L""}})
         EXPECT_EQ(Sets().CheckNewName(name), refusal) << name;
 }
 
@@ -137,20 +142,23 @@ TEST_F(WorkSets, OpeningASetOpensEachFileWithItsFlagAndControlDoubleClickOpensIt
                      L",0\nFile3=" + b + L",0\n"));
     Bar().OpenWorkSet(L"Empty");
     Bar().m_chooseWorkSetFiles = [&](const std::wstring& name, std::vector<TrFileEntry>& chosen) {
-        chosen = {Sets().GetOpenEntries(name).at(0)};
+        chosen = {Sets().GetOpenEntries(name).at(0), Sets().GetOpenEntries(name).at(2)};
         return true;
     };
     Bar().SelectWorkSetFiles(L"Site");  // neither an empty set nor a choice is recorded
     Bar().DoubleClicked(mk::kControl);
     Bar().OpenWorkSet(L"Site");
     Bar().DoubleClicked(mk::kControl);  // the same set again: both drawings are open already
-    const std::wstring open = L" is already open!\n", missing = L"Specified file path does not exist -\n";
-    EXPECT_EQ(Boxes(), (Texts{L"No files in Work Set!", L"No workset has been opened yet!", a + open,
-                            missing + gone, a + open, missing + gone, b + open}));
+    const std::wstring open = L" is already open!\n",
+                       missing = L"Specified file path does not exist -\n";
+    EXPECT_EQ(Boxes(),
+              (Texts{L"No files in Work Set!", missing + gone, L"No workset has been opened yet!",
+                     a + open, missing + gone, a + open, missing + gone, b + open}));
     ASSERT_EQ(host.Documents().size(), 2u);
     EXPECT_EQ(host.FileName(host.Documents()[1]), b);
     EXPECT_TRUE(host.IsReadOnly(host.Documents()[0]));
     EXPECT_FALSE(host.IsReadOnly(host.Documents()[1]));
-    EXPECT_EQ(host.Document(host.Documents()[1]).dbmod, 1) << "the open's mark is kept";
+    for (HostDocument* doc : host.Documents())
+        EXPECT_EQ(host.Document(doc).dbmod, 1) << "the open's mark is kept";
     EXPECT_EQ(host.FileShell().Opened(), (std::vector<SimShellOpen>(2, {notes, 5})));
 }
