@@ -161,4 +161,9 @@ TEST_F(WorkSets, OpeningASetOpensEachFileWithItsFlagAndControlDoubleClickOpensIt
     for (HostDocument* doc : host.Documents())
         EXPECT_EQ(host.Document(doc).dbmod, 1) << "the open's mark is kept";
     EXPECT_EQ(host.FileShell().Opened(), (std::vector<SimShellOpen>(2, {notes, 5})));
+    const std::wstring elsewhere = scratch.File(L"missing/team.worksets");  // taken as it stands
+    host.Registry().SetValue(RegHive::CurrentUser, std::wstring(kKey) + L"\\Worksets", L"Path",
+                             RegValue{reg::kSz, reg::StringBytes(elsewhere)});
+    EXPECT_EQ(Sets().GetPath(), elsewhere);
+    EXPECT_EQ(Rows(), Texts{L"None Found"});
 }
