@@ -26,10 +26,10 @@ protected:
         std::ofstream(File(), std::ios::binary) << bytes;
     }
     // The rows' texts; their ids follow on from 7 without a gap.
-    Texts Rows() {
+    Texts Rows(bool bNoneFound = true) {
         TrWorkSetRows rows;
         unsigned next = 7;
-        Bar().BuildWorkSetRows(&next, rows, true);
+        Bar().BuildWorkSetRows(&next, rows, bNoneFound);
         Texts texts;
         for (const auto& [id, row] : rows)
             texts.push_back(id == 7 + texts.size() ? row.GetPath() : L"gap");
@@ -166,4 +166,5 @@ TEST_F(WorkSets, OpeningASetOpensEachFileWithItsFlagAndControlDoubleClickOpensIt
                              RegValue{reg::kSz, reg::StringBytes(elsewhere)});
     EXPECT_EQ(Sets().GetPath(), elsewhere);
     EXPECT_EQ(Rows(), Texts{L"None Found"});
+    EXPECT_EQ(Rows(false), Texts{});
 }
