@@ -26,12 +26,15 @@ public:
     bool WriteBool(const std::wstring& section, const std::wstring& key, bool value);
     void WriteInt(const std::wstring& section, const std::wstring& key, int value);
     void WriteDouble(const std::wstring& section, const std::wstring& key, double value);
-    void WriteString(const std::wstring& section, const std::wstring& key,
+    // False when the file could not be written.
+    bool WriteString(const std::wstring& section, const std::wstring& key,
                      const std::wstring& value);
     void WriteStruct(const std::wstring& section, const std::wstring& key, const void* data,
                      unsigned size);
     void DeleteSection(const std::wstring& section);
     void ClearSection(const std::wstring& section);
+    // The section's lines replaced by `lines` ("key=value" each) in a single write of the file.
+    void ReplaceSection(const std::wstring& section, const std::vector<std::wstring>& lines);
     void EnsureSection(const std::wstring& section);
     bool CopySection(const std::wstring& from, const std::wstring& to);
     bool RenameSection(const std::wstring& from, const std::wstring& to);
