@@ -207,6 +207,9 @@ MsgResult HvTabrow::OnSize(unsigned, win::SIZE client) {
     windows.Move(m_palette.m_hWnd, rcPal, false);
     windows.Move(m_tabCtrl.m_hWnd, rcTab, true);
     m_nTabRows = Use<TabControls>().RowCount(m_tabCtrl.m_hWnd);
+    // The tabs' tools hang on rectangles that a new size moves.
+    if (m_bTabMode != 0)
+        RefreshTips();
     windows.Redraw(g_hwndFrame, kRedrawNow);
     return MsgResult::Handled();
 }
