@@ -19,6 +19,7 @@
 #include "platform/sim/sim_database_port.h"
 #include "platform/sim/sim_registry.h"
 #include "platform/sim/sim_shell.h"
+#include "platform/sim/sim_shell_pictures.h"
 #include "platform/sim/sim_system_look.h"
 #include "platform/sim/sim_tab_control.h"
 #include "platform/sim/sim_tool_tips.h"
@@ -214,6 +215,7 @@ public:
     SimRegistry& Registry() { return m_registry; }
     SimTabControl& TabControl() { return m_tabControls; }
     SimToolTips& ToolTipControls() { return m_toolTips; }
+    SimShellPictures& ShellPictureMaker() { return m_shellPictures; }
     // The visual styles, on at start; a test turns them off as a user would.
     SimTheme& VisualStyles() { return m_theme; }
     SimDocument& Document(HostDocument* doc);
@@ -384,6 +386,7 @@ private:
     SimSystemLook m_look;
     SimTabControl m_tabControls{m_windows};
     SimToolTips m_toolTips{m_windows};
+    SimShellPictures m_shellPictures;
     SimTheme m_theme;
     std::vector<std::unique_ptr<SimDocument>> m_documents;
     HostDocument* m_active = nullptr;   // the MDI-active document
@@ -462,4 +465,5 @@ private:
     ScopedPort<Theme> m_themePort;
     ScopedPort<ToolTips> m_toolTipsPort{m_toolTips};
     ScopedPort<DrawingSummaries> m_summariesPort{m_databasePort};
+    ScopedPort<ShellPictures> m_shellPicturesPort{m_shellPictures};
 };
