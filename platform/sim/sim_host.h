@@ -20,8 +20,10 @@
 #include "platform/sim/sim_graphics.h"
 #include "platform/sim/sim_registry.h"
 #include "platform/sim/sim_shell.h"
+#include "platform/sim/sim_shell_pictures.h"
 #include "platform/sim/sim_system_look.h"
 #include "platform/sim/sim_tab_control.h"
+#include "platform/sim/sim_tool_tips.h"
 #include "platform/sim/canvas/sim_theme.h"
 #include "platform/sim/sim_window_system.h"
 #include "ports/com_error.h"
@@ -169,6 +171,7 @@ public:
     // windows go when the test destroys the frame, as the host does last.
     void Quit() { m_quitting = true; }
     // One message of the main loop: every registered watcher sees it first, then the window.
+    // The mouse of the window system (SimWindowSystem::Mouse) comes through the same loop.
     void PumpMessage(const HostMessage& message);
 
     // --- what a test sets up ---
@@ -217,6 +220,8 @@ public:
     SimGraphics& Graphics() { return m_graphics; }
     SimRegistry& Registry() { return m_registry; }
     SimTabControl& TabControl() { return m_tabControls; }
+    SimToolTips& ToolTipControls() { return m_toolTips; }
+    SimShellPictures& ShellPictureMaker() { return m_shellPictures; }
     // The visual styles, on at start; a test turns them off as a user would.
     SimTheme& VisualStyles() { return m_theme; }
     SimDocument& Document(HostDocument* doc);
@@ -378,11 +383,15 @@ private:
         FireAll(m_docReactors, fire);
     }
 
+    void RunWatchers(const HostMessage& message);
+
     SimWindowSystem m_windows;
     SimDatabasePort m_databasePort;
     SimRegistry m_registry;
     SimSystemLook m_look;
     SimTabControl m_tabControls{m_windows};
+    SimToolTips m_toolTips{m_windows};
+    SimShellPictures m_shellPictures;
     SimTheme m_theme;
     std::vector<std::unique_ptr<SimDocument>> m_documents;
     HostDocument* m_active = nullptr;   // the MDI-active document
@@ -460,4 +469,7 @@ private:
     ScopedPort<Theme> m_themePort;
     SimGraphics m_graphics{*this};
     ScopedPort<HostGraphics> m_graphicsPort{m_graphics};
+    ScopedPort<ToolTips> m_toolTipsPort{m_toolTips};
+    ScopedPort<DrawingSummaries> m_summariesPort{m_databasePort};
+    ScopedPort<ShellPictures> m_shellPicturesPort{m_shellPictures};
 };
