@@ -4,14 +4,6 @@
 
 #include "ports/port.h"
 
-SmRef& SmRef::operator=(SmRef&& other) noexcept {
-    if (this != &other) {
-        Reset();
-        m_pObj = std::exchange(other.m_pObj, nullptr);
-    }
-    return *this;
-}
-
 void SmRef::Reset() {
     if (m_pObj != nullptr)
         Use<SheetSets>().Release(std::exchange(m_pObj, nullptr));

@@ -21,7 +21,7 @@ public:
     SmRef(const SmRef&) = delete;
     SmRef& operator=(const SmRef&) = delete;
     SmRef(SmRef&& other) noexcept : m_pObj(std::exchange(other.m_pObj, nullptr)) {}
-    SmRef& operator=(SmRef&& other) noexcept;
+    SmRef& operator=(SmRef&&) = delete;
     HostSmObject* Get() const { return m_pObj; }
     void Reset();
 
