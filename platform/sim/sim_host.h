@@ -460,4 +460,5 @@ private:
     ScopedPort<Theme> m_themePort;
     SimGraphics m_graphics{*this};
     ScopedPort<HostGraphics> m_graphicsPort{m_graphics};
+    ScopedPort<ScrollBars> m_scrollBarsPort{m_windows};
 };

@@ -143,13 +143,6 @@ void HvDwgPalette::Renumber() {
         item->nIndex = index++;
 }
 
-// The cells' placement belongs to the painting of the palette; what the list needs of it is
-// that every record knows its place.
-void HvDwgPalette::RecalcLayout() {
-    Renumber();
-    Redraw();
-}
-
 void HvDwgPalette::Redraw() {
     if (m_hWnd != nullptr)
         Use<WindowSystem>().Redraw(m_hWnd, ws::kRdwInvalidate | ws::kRdwErase | ws::kRdwUpdateNow);
@@ -173,18 +166,27 @@ HostDocument* HvDwgPalette::DocumentAt(win::POINT point) {
     return item != nullptr ? item->pDoc : nullptr;
 }
 
-MsgResult HvDwgPalette::OnLButtonDown(win::POINT point, unsigned) {
+MsgResult HvDwgPalette::OnLButtonDown(win::POINT point, unsigned keys) {
     TrDocItem* hit = ItemFromPoint(point);
     if (hit == nullptr)
-        return MsgResult::Handled();
+        return MsgResult::NotHandled();
+    if (hit->bClipped && (keys & mk::kControl) == 0) {
+        // A folded cell unfolds: the strip slides just far enough to show it whole.
+        if (hit->nIndex < m_nFirstFull)
+            m_nFirstFull = hit->nIndex;
+        else
+            m_nFirstFull += hit->nIndex - m_nLastFull;
+        RecalcLayout();
+        return MsgResult::NotHandled();
+    }
     HostDocuments& docs = Use<HostDocuments>();
     HostDocument* current = docs.CurDocument();
     if (m_settings.m_bSwitchOnBusy == 0 && current != nullptr && !docs.IsQuiescent(current)) {
         Use<MessageBoxes>().Show(kBusySwitchText, L"", mb::kOk);
-        return MsgResult::Handled();
+        return MsgResult::NotHandled();
     }
     docs.ActivateDocument(hit->pDoc);
-    return MsgResult::Handled();
+    return MsgResult::NotHandled();
 }
 
 MsgResult HvDwgPalette::OnSize(unsigned, win::SIZE) {
