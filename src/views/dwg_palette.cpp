@@ -76,15 +76,7 @@ void HvDwgPalette::RemoveDocument(HostDocument* doc) {
 }
 
 void HvDwgPalette::SetActive(HostDocument* doc) {
-    TrDocItem* item = FindItem(doc);
-    if (item == nullptr)
-        return;
-    if (m_settings.m_bAutoUpdatePreviews != 0)
-        item->bDirty = true;
-    // An image taken from the view needs the host to have painted the view first.
-    if (item->bFromView && m_hWnd != nullptr)
-        Use<WindowSystem>().SetTimer(m_hWnd, kRedrawTimer, kTimerDelay);
-    Redraw();
+    OnDocumentActivated(doc);
 }
 
 void HvDwgPalette::SetDocumentPath(HostDocument* doc, const std::wstring& path) {
@@ -98,15 +90,7 @@ void HvDwgPalette::SetDocumentPath(HostDocument* doc, const std::wstring& path) 
 }
 
 void HvDwgPalette::SetDocumentModified(HostDocument* doc, bool bModified) {
-    if (doc != Use<HostDocuments>().MdiActiveDocument())
-        return;
-    TrDocItem* item = FindItem(doc);
-    if (item == nullptr)
-        return;
-    item->bModified = bModified;
-    if (bModified && m_settings.m_bAutoUpdatePreviews != 0)
-        item->bDirty = true;
-    Redraw();
+    OnDocumentModified(doc, bModified);
 }
 
 void HvDwgPalette::Rebuild() {
@@ -146,10 +130,6 @@ void HvDwgPalette::Renumber() {
 void HvDwgPalette::Redraw() {
     if (m_hWnd != nullptr)
         Use<WindowSystem>().Redraw(m_hWnd, ws::kRdwInvalidate | ws::kRdwErase | ws::kRdwUpdateNow);
-}
-
-void HvDwgPalette::UpdateColors() {
-    m_colors = Use<HostGraphics>().CurrentColors();
 }
 
 TrDocItem* HvDwgPalette::ItemFromPoint(win::POINT point) {
@@ -200,12 +180,7 @@ MsgResult HvDwgPalette::OnTimer(unsigned id) {
     if (id == kRedrawTimer) {
         Redraw();
     } else if (id == kViewChangedTimer) {
-        TrDocItem* item = FindItem(nullptr);
-        if (item != nullptr && m_settings.m_bAutoUpdatePreviews != 0) {
-            item->bDirty = true;
-            Use<WindowSystem>().RedrawRect(m_hWnd, item->rcItem,
-                                           ws::kRdwInvalidate | ws::kRdwErase | ws::kRdwUpdateNow);
-        }
+        RefreshPreview(Use<HostDocuments>().MdiActiveDocument(), false);
     }
     return MsgResult::Handled();
 }

@@ -74,6 +74,8 @@ void HvDwgPalette::PaintCells(Canvas& canvas, const win::RECT& client) {
     for (std::size_t i = 0; i < m_items.size() && m_bListChanging == 0; ++i) {
         TrDocItem& item = *m_items[i];
         item.rcItem = placer.Next(item.bClipped);
+        if (item.bDirty)
+            UpdatePreview(&item);
         PaletteCell cell;
         cell.rect = item.rcItem;
         cell.name = item.path.GetFileName();
