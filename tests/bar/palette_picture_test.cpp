@@ -61,6 +61,9 @@ TEST_P(PalettePictures, ShowEveryDrawingAsACellMarkedAndTintedAsItStands) {
     Store(L"ScrollOverflow", c.scroll ? 1 : 0, L"Previews");
     Store(L"ShowDwgName", c.names != kNoNames ? 1 : 0, L"Previews");
     Store(L"DwgNameAbove", c.names == kNamesAbove ? 1 : 0, L"Previews");
+    // The colour against the model's background shows in a locked picture's padlock.
+    constexpr win::COLORREF kAgainstModel = 0xFF00FF;
+    host.SetCurrentColors({0x000000, 0xFFFFFF, kAgainstModel, 0x000000});
     // The bar comes up with one drawing open, at its preview thickness; the rest open one by one.
     std::vector<HostDocument*> docs;
     for (int i = 1; i <= c.drawings; ++i) {
@@ -76,6 +79,8 @@ TEST_P(PalettePictures, ShowEveryDrawingAsACellMarkedAndTintedAsItStands) {
             screen = host.Windows().PaintScreen();
         }
     }
+    if (c.drawings >= 3)
+        Bar().m_palette.ToggleLock(docs[2]);
     HostDocument* edited = docs[std::min<std::size_t>(1, docs.size() - 1)];
     host.Activate(edited);
     host.Modify(edited);
@@ -111,6 +116,9 @@ TEST_P(PalettePictures, ShowEveryDrawingAsACellMarkedAndTintedAsItStands) {
     if (c.drawings > 1 && Shows(0)) {
         EXPECT_EQ(Count(palette, readOnly), MaskPixels(kLockMask));
     }
+    if (c.drawings >= 3 && Shows(2)) {
+        EXPECT_EQ(Count(palette, kAgainstModel), Bar().m_palette.m_items[2]->bClipped ? 0 : MaskPixels(kLockMask));
+    }
     if (Shows(active)) {
         const win::COLORREF mark = active == 1 ? Bar().m_clrModified : readOnly;
         EXPECT_EQ(Count(palette, Tinted(mark, SimSystemLook::kActiveCaption, kActiveTintAlpha)),
@@ -138,3 +146,75 @@ INSTANTIATE_TEST_SUITE_P(
         PaletteCase{dock::kTop, 5, false, kNamesAbove}, PaletteCase{dock::kTop, 5, false, kNoNames},
         PaletteCase{dock::kLeft, 5, false, kNamesAbove},
         PaletteCase{dock::kLeft, 5, false, kNoNames}));
+
+class PaletteClicks : public BarPictures {
+protected:
+    // Drawings on a strip at `side`, opened one by one once the bar is up; painted once so
+    // that every cell has its place.
+    void Open(int side, bool scroll, int count) {
+        Store(L"ScrollOverflow", scroll ? 1 : 0, L"Previews");
+        for (int i = 1; i <= count; ++i) {
+            docs.push_back(host.OpenDrawing(L"C:\\jobs\\d" + std::to_wstring(i) + L".dwg"));
+            if (i == 1)
+                Start(side, false);
+        }
+        screen = host.Windows().PaintScreen();
+    }
+    TrDocItem& Cell(std::size_t i) { return *Bar().m_palette.m_items[i]; }
+    // A press in the middle of a window's rectangle (client coordinates of the palette).
+    void Press(HostWindow* window, const win::RECT& r, unsigned keys = 0) {
+        const win::RECT place = Place(window);
+        host.Windows().Mouse(wm::kLButtonDown,
+                             {place.left + (r.left + r.right) / 2, place.top + (r.top + r.bottom) / 2},
+                             keys);
+        screen = host.Windows().PaintScreen();
+    }
+    std::vector<HostDocument*> docs;
+};
+
+TEST_F(PaletteClicks, AFoldedCellUnfoldsUnlessControlIsHeldWhichSwitchesToIt) {
+    // Room for one full cell and 29 title strips: the first cell stays full.
+    Open(dock::kTop, false, 30);
+    HvDwgPalette& palette = Bar().m_palette;
+    ASSERT_TRUE(Cell(20).bClipped);
+    EXPECT_EQ(palette.DocumentAt({Cell(20).rcItem.left + 1, Cell(20).rcItem.top + 1}), docs[20]);
+    EXPECT_EQ(palette.DocumentAt({Cell(20).rcItem.left - 300, Cell(20).rcItem.bottom + 5}),
+              nullptr);
+    // The strip slides just far enough: the cells before fold at the front, none switches.
+    Press(Palette(), Cell(20).rcItem);
+    EXPECT_EQ(palette.m_nFirstFull, 20);
+    EXPECT_FALSE(Cell(20).bClipped);
+    EXPECT_TRUE(Cell(19).bClipped && Cell(0).bClipped && Cell(21).bClipped);
+    EXPECT_EQ(host.MdiActiveDocument(), docs[29]);
+    // A folded cell at the front slides the strip back to it.
+    Press(Palette(), Cell(3).rcItem);
+    EXPECT_EQ(palette.m_nFirstFull, 3);
+    EXPECT_FALSE(Cell(3).bClipped);
+    Press(Palette(), Cell(25).rcItem, mk::kControl);
+    EXPECT_EQ(host.MdiActiveDocument(), docs[25]);
+    EXPECT_EQ(palette.m_nFirstFull, 3);
+}
+
+TEST_F(PaletteClicks, TheScrollBarMovesTheCellsByCellsAndPagesWithinTheContent) {
+    Open(dock::kLeft, true, 40);
+    HvDwgPalette& palette = Bar().m_palette;
+    HostWindow* bar = palette.m_vertScroll;
+    ASSERT_TRUE(host.Windows().IsVisible(bar));
+    const int top = Cell(0).rcItem.top;
+    const int line = palette.GetCellSize(nullptr).cy;  // the picture alone
+    const SimWindowSystem::ScrollBarParts parts = host.Windows().PartsOf(bar);
+    Press(bar, parts.lineDown);
+    EXPECT_EQ(palette.m_nScrollPos, line);
+    EXPECT_EQ(Cell(0).rcItem.top, top - line);
+    EXPECT_EQ(host.Windows().GetScrollInfo(bar).pos, line);
+    Press(bar, parts.lineUp);
+    Press(bar, parts.lineUp);  // not before the first cell
+    EXPECT_EQ(palette.m_nScrollPos, 0);
+    host.Windows().Scroll(bar, sb::kThumbTrack, 30000);
+    EXPECT_EQ(palette.m_nScrollPos, palette.m_nContentLength - palette.m_nLength);
+    // Another control's scroll is none of the palette's.
+    host.Windows().Send(Palette(), wm::kVScroll, sb::kLineUp, 0);
+    EXPECT_EQ(palette.m_nScrollPos, palette.m_nContentLength - palette.m_nLength);
+    EXPECT_FALSE(std::any_of(palette.m_items.begin(), palette.m_items.end(),
+                             [](const auto& item) { return item->bClipped; }));
+}
