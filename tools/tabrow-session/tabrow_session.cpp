@@ -1,10 +1,12 @@
 // A user's session on the simulated host, told step by step: the module loaded by APPLOAD,
-// drawings opened, edited, saved under a new name, switched by a click on a tab, closed. After
-// each step it prints the bar's tabs (the selected one in brackets), the previews' order and
-// where the bar and the drawing area are in the frame. Given a picture folder, it also paints
-// the host's window after each step and saves it there as a PNG file.
+// drawings opened, edited, saved under a new name, switched by a click on a tab (or, in preview
+// mode, on a thumbnail), closed. After each step it prints the bar's tabs (the selected one in
+// brackets), the previews' order and where the bar and the drawing area are in the frame. Given
+// a picture folder, it also paints the host's window after each step and saves it there as a
+// PNG file.
 //
 // Usage: tabrow-session <scratch folder> [dock side 59419..59425] [sort 0..2] [picture folder]
+//        [tabs|previews]
 
 #include <cstdio>
 #include <cstdlib>
@@ -19,6 +21,7 @@
 #include "host/tabrow_app.h"
 #include "platform/sim/sim_file_system.h"
 #include "platform/sim/sim_host.h"
+#include "ports/window_messages.h"
 #include "settings/settings_keys.h"
 #include "tools/dwgthumb/png_codec.h"
 #ifdef TABROW_HAS_FREETYPE
@@ -41,14 +44,15 @@ std::string RectText(const win::RECT& r) {
 class Session {
 public:
     Session(const std::filesystem::path& folder, int dockSide, int sortBy,
-            std::filesystem::path pictures)
+            std::filesystem::path pictures, bool tabs)
         : m_files(FromUtf8(folder.string() + "/")),
           m_filesPort(m_files),
-          m_pictures(std::move(pictures)) {
+          m_pictures(std::move(pictures)),
+          m_tabs(tabs) {
         MapModule();
         StoreSetting(keys::kDockSide, dockSide);
         StoreSetting(keys::kSortBy, sortBy);
-        StoreSetting(keys::kTabMode, 1);
+        StoreSetting(keys::kTabMode, tabs ? 1 : 0);
         m_host.SetAppLoader([this] { acrxEntryPoint(kInitAppMsg, Packet()); });
     }
     ~Session() {
@@ -108,10 +112,23 @@ public:
     }
 
     // A click on the tab of `doc`: the tab control asks the bar and tells it (a veto keeps the
-    // selection).
-    void ClickTab(HostDocument* doc) {
-        HvDwgTabCtrl& tabs = g_pTabrow->m_tabCtrl;
-        m_host.TabControl().Click(tabs.m_hWnd, tabs.FindDocument(doc));
+    // selection). In preview mode, a press in the middle of the drawing's cell.
+    void Click(HostDocument* doc) {
+        if (m_tabs) {
+            HvDwgTabCtrl& tabs = g_pTabrow->m_tabCtrl;
+            m_host.TabControl().Click(tabs.m_hWnd, tabs.FindDocument(doc));
+            return;
+        }
+        HvDwgPalette& palette = g_pTabrow->m_palette;
+        m_host.Windows().PaintScreen();  // the cells take their places as they are painted
+        TrDocItem* item = palette.FindItem(doc);
+        if (item == nullptr)
+            return;
+        const win::RECT& r = item->rcItem;
+        const win::POINT at = m_host.Windows().ClientToScreen(
+            palette.m_hWnd, {(r.left + r.right) / 2, (r.top + r.bottom) / 2});
+        m_host.Windows().Mouse(wm::kLButtonDown, at);
+        m_host.Windows().Mouse(wm::kLButtonUp, at);
     }
 
 private:
@@ -136,6 +153,7 @@ private:
     int m_steps = 0;
     int m_packetTag = 0;
     int m_boxesShown = 0;
+    bool m_tabs = true;
 };
 
 }  // namespace
@@ -143,7 +161,7 @@ private:
 int main(int argc, char** argv) {
     if (argc < 2) {
         std::cerr << "usage: tabrow-session <scratch folder> [dock side 59419..59425] [sort 0..2]"
-                     " [picture folder]\n";
+                     " [picture folder] [tabs|previews]\n";
         return 2;
     }
     std::filesystem::path folder = argv[1];
@@ -158,13 +176,15 @@ int main(int argc, char** argv) {
     }
     int dockSide = argc > 2 ? std::atoi(argv[2]) : dock::kTop;
     int sortBy = argc > 3 ? std::atoi(argv[3]) : 1;
+    const std::string mode = argc > 5 ? argv[5] : "tabs";
     if (dockSide < dock::kTop || dockSide > dock::kCmdWndRight || dockSide == 59423 ||
-        sortBy < 0 || sortBy > 2) {
-        std::cerr << "tabrow-session: dock side 59419..59422, 59424 or 59425; sort 0, 1 or 2\n";
+        sortBy < 0 || sortBy > 2 || (mode != "tabs" && mode != "previews")) {
+        std::cerr << "tabrow-session: dock side 59419..59422, 59424 or 59425; sort 0, 1 or 2;"
+                     " tabs or previews\n";
         return 2;
     }
 
-    Session session(folder, dockSide, sortBy, pictures);
+    Session session(folder, dockSide, sortBy, pictures, mode == "tabs");
     SimHost& host = session.Host();
     HostDocument* site = host.OpenDrawing(L"C:\\jobs\\tower\\site.dwg");
     session.Show("the host has one drawing open");
@@ -182,10 +202,10 @@ int main(int argc, char** argv) {
     session.Show("SAVEAS Annex.dwg: renamed, re-sorted, mark cleared");
     host.StartCommand(L"LINE");
     g_pTabrow->m_bSwitchOnBusy = 0;
-    session.ClickTab(site);
+    session.Click(site);
     session.Show("a click on site while LINE waits, with switching on busy off");
     host.CancelCommand();
-    session.ClickTab(site);
+    session.Click(site);
     session.Show("Escape, then the click again: site is active");
     host.Type(L"CLOSE");
     session.Show("CLOSE site");
