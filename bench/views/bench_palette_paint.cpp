@@ -4,7 +4,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <chrono>
 #include <string>
 #include <vector>
 
@@ -13,6 +12,7 @@
 #include "views/image_ops.h"
 #include "views/palette_layout.h"
 #include "views/palette_painter.h"
+#include "against_fill.h"
 
 #ifdef TABROW_HAS_FREETYPE
 #include "platform/sim/canvas/freetype_font_rasteriser.h"
@@ -20,13 +20,7 @@
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
 constexpr int kCells = 40;
-
-double Milliseconds(Clock::duration d) {
-    return std::chrono::duration<double, std::milli>(d).count();
-}
 
 // A thumbnail of the cell's size, as a grab reduced to it would be: a dark view with lines.
 DibBlock Thumbnail(int width, int height, int seed) {
@@ -74,29 +68,17 @@ void BM_PaintFortyCells(benchmark::State& state) {
         cell.active = i == 12;
     }
     SoftwareCanvas canvas(client.right, client.bottom);
-    double fillMs = 0;
-    double paintMs = 0;
-    for (auto _ : state) {
-        const auto t0 = Clock::now();
-        canvas.FillRect(client, look.colors.background);
-        benchmark::ClobberMemory();
-        const auto t1 = Clock::now();
-        canvas.Draw3dRect(client, look.colors.btnShadow, look.colors.btnHighlight);
-        canvas.FillRect(cells, look.colors.background);
-        PaletteCellPlacer placer(metrics, cells, kCells, kCells - 1, 0);
-        for (PaletteCell& cell : drawings) {
-            cell.rect = placer.Next(false);
-            PaintPaletteCell(canvas, look, cell);
-        }
-        benchmark::ClobberMemory();
-        const auto t2 = Clock::now();
-        fillMs += Milliseconds(t1 - t0);
-        paintMs += Milliseconds(t2 - t1);
-    }
-    const double n = static_cast<double>(state.iterations());
-    state.counters["fill_ms"] = fillMs / n;
-    state.counters["paint_ms"] = paintMs / n;
-    state.counters["ratio"] = paintMs / fillMs;
+    TimeAgainstFill(
+        state, [&] { canvas.FillRect(client, look.colors.background); },
+        [&] {
+            canvas.Draw3dRect(client, look.colors.btnShadow, look.colors.btnHighlight);
+            canvas.FillRect(cells, look.colors.background);
+            PaletteCellPlacer placer(metrics, cells, kCells, kCells - 1, 0);
+            for (PaletteCell& cell : drawings) {
+                cell.rect = placer.Next(false);
+                PaintPaletteCell(canvas, look, cell);
+            }
+        });
 }
 BENCHMARK(BM_PaintFortyCells)->Unit(benchmark::kMillisecond);
 
