@@ -43,13 +43,13 @@ struct PaletteLook {
     bool showName = true;
     bool nameAbove = false;
     int nameHeight = 15;
-    win::LOGFONTW font;
-    PaletteColors colors;
+    win::LOGFONTW font{};
+    PaletteColors colors{};
 };
 
 struct PaletteCell {
-    win::RECT rect;
-    std::wstring name;
+    win::RECT rect{};
+    std::wstring name{};
     const DibBlock* image = nullptr;  // null or empty: the strip's background shows
     bool clipped = false;
     bool locked = false;

@@ -6,7 +6,6 @@
 // pictures in pictures/ beside this file.
 
 #include <algorithm>
-#include <ostream>
 #include <string>
 #include <vector>
 
@@ -26,11 +25,6 @@ struct PaletteCase {
     Names names = kNamesBelow;
     const char* reference = nullptr;  // in pictures/, for a whole-picture comparison
 };
-
-void PrintTo(const PaletteCase& c, std::ostream* os) {
-    *os << "side " << c.side << ", " << c.drawings << (c.scroll ? " scrolling" : " folding")
-        << ", names " << c.names;
-}
 
 int MaskPixels(const std::uint8_t (&mask)[kMarkHeight][kMarkWidth]) {
     return static_cast<int>(std::count(&mask[0][0], &mask[0][0] + kMarkWidth * kMarkHeight, 1));

@@ -1,10 +1,9 @@
-// The palette's arithmetic: which cells fold, where each stands, how far a scroll goes and
-// where the scroll bar sits on each side.
+// The palette's arithmetic: which cells fold, how far a scroll goes and where the scroll bar
+// sits on each side. Where the cells stand shows in the palette's pictures.
 
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
 
 #include "settings/tabrow_settings.h"
 #include "views/palette_layout.h"
@@ -58,21 +57,6 @@ TEST(PaletteLayout, CellsFoldWhereTheStripEndsAndOnlyThere) {
     }
 }
 
-TEST(PaletteLayout, CellsStandOnePixelApartAndFoldedOnesPileUpAtTheFarEnd) {
-    PaletteCellPlacer row(Row(300), {1, 1, 301, 76}, 5, 2, -1);
-    const std::vector<win::RECT> rowCells = {{1, 1, 91, 76}, {92, 1, 182, 76}, {183, 1, 273, 76},
-                                             {271, 1, 286, 76}, {286, 1, 301, 76}};
-    for (std::size_t i = 0; i < rowCells.size(); ++i)
-        EXPECT_EQ(row.Next(i > 2), rowCells[i]) << "row cell " << i;
-    // Scrolled by 10, a column begins above its room; a folded cell keeps its name strip.
-    PaletteCellPlacer column(Column(200), {1, 1, 61, 201}, 3, 0, 10);
-    EXPECT_EQ(column.Next(false), (win::RECT{1, -9, 61, 46}));
-    EXPECT_EQ(column.Next(true), (win::RECT{1, 47, 61, 77}));
-    EXPECT_EQ(column.Next(false), (win::RECT{1, 78, 61, 133}));
-    EXPECT_EQ(PaletteContentLength(Column(200), 3), 168);
-    EXPECT_EQ(PaletteContentLength(Row(300), 5), 450);
-}
-
 TEST(PaletteLayout, ScrollsMoveByCellsAndPagesWithinTheContent) {
     struct Case {
         PaletteMetrics metrics;
@@ -91,6 +75,8 @@ TEST(PaletteLayout, ScrollsMoveByCellsAndPagesWithinTheContent) {
     for (const Case& c : cases)
         EXPECT_EQ(ScrollPalette(c.metrics, c.from, 450, c.code, c.position), c.to)
             << "code " << c.code << " from " << c.from;
+    EXPECT_EQ(PaletteContentLength(Row(300), 5), 450);
+    EXPECT_EQ(PaletteContentLength(Column(200), 3), 168);  // a pixel between each
 }
 
 TEST(PaletteLayout, TheScrollBarTakesTheEdgeOfItsSide) {
