@@ -1,11 +1,10 @@
-// The palette's arithmetic: which cells fold, how far a scroll goes and where the scroll bar
-// sits on each side. Where the cells stand shows in the palette's pictures.
+// The palette's arithmetic: which cells fold and how far a scroll goes. Where the cells and the
+// scroll bar stand shows in the palette's pictures.
 
 #include <gtest/gtest.h>
 
 #include <string>
 
-#include "settings/tabrow_settings.h"
 #include "views/palette_layout.h"
 
 namespace {
@@ -77,21 +76,4 @@ TEST(PaletteLayout, ScrollsMoveByCellsAndPagesWithinTheContent) {
             << "code " << c.code << " from " << c.from;
     EXPECT_EQ(PaletteContentLength(Row(300), 5), 450);
     EXPECT_EQ(PaletteContentLength(Column(200), 3), 168);  // a pixel between each
-}
-
-TEST(PaletteLayout, TheScrollBarTakesTheEdgeOfItsSide) {
-    struct Case {
-        int side;
-        win::RECT bar, cells;
-    };
-    const Case cases[] = {{dock::kTop, {1, 1, 99, 13}, {1, 13, 99, 49}},
-                          {dock::kLeft, {1, 1, 13, 49}, {13, 1, 99, 49}},
-                          {dock::kRight, {87, 1, 99, 49}, {1, 1, 87, 49}},
-                          {dock::kBottom, {1, 37, 99, 49}, {1, 1, 99, 37}},
-                          {dock::kCmdWndLeft, {1, 37, 99, 49}, {1, 1, 99, 37}}};
-    for (const Case& c : cases) {
-        win::RECT cells{1, 1, 99, 49};
-        EXPECT_EQ(PlaceScrollBar(c.side, 12, cells), c.bar) << c.side;
-        EXPECT_EQ(cells, c.cells) << c.side;
-    }
 }
