@@ -9,7 +9,9 @@
 template <class Fill, class Paint>
 void TimeAgainstFill(benchmark::State& state, Fill fill, Paint paint) {
     using Clock = std::chrono::steady_clock;
-    auto ms = [](Clock::duration d) { return std::chrono::duration<double, std::milli>(d).count(); };
+    auto ms = [](Clock::duration d) {
+        return std::chrono::duration<double, std::milli>(d).count();
+    };
     double fillMs = 0;
     double paintMs = 0;
     for (auto _ : state) {

@@ -7,12 +7,12 @@
 #include <string>
 #include <vector>
 
+#include "against_fill.h"
 #include "platform/sim/canvas/software_canvas.h"
 #include "ports/port.h"
 #include "views/image_ops.h"
 #include "views/palette_layout.h"
 #include "views/palette_painter.h"
-#include "against_fill.h"
 
 #ifdef TABROW_HAS_FREETYPE
 #include "platform/sim/canvas/freetype_font_rasteriser.h"
@@ -43,8 +43,12 @@ void BM_PaintFortyCells(benchmark::State& state) {
     FreeTypeFontRasteriser fonts;
     const ScopedPort<FontRasteriser> fontPort(fonts);
 #endif
-    const PaletteMetrics metrics{.horizontal = false, .thumbExtent = 160, .length = 0,
-                                 .nameHeight = 16, .showName = true, .aspect = 16.0 / 9.0};
+    const PaletteMetrics metrics{.horizontal = false,
+                                 .thumbExtent = 160,
+                                 .length = 0,
+                                 .nameHeight = 16,
+                                 .showName = true,
+                                 .aspect = 16.0 / 9.0};
     const win::RECT client{0, 0, 162, PaletteContentLength(metrics, kCells) + 2};
     const win::RECT cells = client.Inflated(-1);
     PaletteLook look;

@@ -38,8 +38,8 @@ void HvDwgPalette::SetLabelFont(const win::LOGFONTW& font) {
 
 bool HvDwgPalette::IsHorizontal() const {
     if (m_settings.m_bFloating != 0) {
-        const win::RECT client = m_hWnd != nullptr ? Use<WindowSystem>().RectInParent(m_hWnd)
-                                                   : win::RECT{};
+        const win::RECT client =
+            m_hWnd != nullptr ? Use<WindowSystem>().RectInParent(m_hWnd) : win::RECT{};
         return client.Width() > client.Height();
     }
     return m_nDockSide != dock::kLeft && m_nDockSide != dock::kRight;
@@ -91,10 +91,10 @@ void HvDwgPalette::RecalcLayout() {
     const PaletteMetrics metrics = Metrics();
     const bool scrolling = m_settings.m_bScrollOverflow != 0;
     const int count = static_cast<int>(m_items.size());
-    const PaletteFold fold =
-        FoldPaletteCells(metrics, count, m_nFirstFull, m_nLastFull, scrolling);
+    const PaletteFold fold = FoldPaletteCells(metrics, count, m_nFirstFull, m_nLastFull, scrolling);
     for (int i = 0; i < count; ++i)
-        m_items[static_cast<std::size_t>(i)]->bClipped = fold.clipped[static_cast<std::size_t>(i)] != 0;
+        m_items[static_cast<std::size_t>(i)]->bClipped =
+            fold.clipped[static_cast<std::size_t>(i)] != 0;
     m_nLastFull = fold.lastFull;
 
     if (scrolling) {

@@ -66,6 +66,7 @@ private:
 win::RECT PlaceScrollBar(int dockSide, int size, win::RECT& cells);
 
 // The scroll position after a scroll bar's `code` (sb::), limited to 0 and the content's
-// length less the strip's. A row's arrows move the other way round from a column's: kept as it always was.
+// length less the strip's. A row's arrows move the other way round from a column's: kept as it
+// always was.
 int ScrollPalette(const PaletteMetrics& m, int scrollPos, int contentLength, unsigned code,
                   int position);

@@ -65,7 +65,8 @@ void PaintPaletteCell(Canvas& canvas, const PaletteLook& look, const PaletteCell
         if (look.horizontal) {
             DrawTurnedTitle(canvas, look, cell.name, outer);
         } else {
-            canvas.DrawText(cell.name, {outer.left + kNameIndent, outer.top, outer.right, outer.bottom},
+            canvas.DrawText(cell.name,
+                            {outer.left + kNameIndent, outer.top, outer.right, outer.bottom},
                             look.font, colors.titleText,
                             kTextEndEllipsis | kTextSingleLine | kTextBottom | kTextVCenter);
         }
@@ -86,10 +87,10 @@ void PaintPaletteCell(Canvas& canvas, const PaletteLook& look, const PaletteCell
         if (look.showName) {
             canvas.FillRect(outer, colors.titleBack);
             canvas.Draw3dRect(outer, colors.btnHighlight, colors.btnShadow);
-            canvas.DrawText(cell.name,
-                            {outer.left + kNameIndent, outer.top + 1, outer.right - 1, outer.bottom - 1},
-                            look.font, colors.titleText,
-                            kTextEndEllipsis | kTextSingleLine | kTextBottom);
+            canvas.DrawText(
+                cell.name,
+                {outer.left + kNameIndent, outer.top + 1, outer.right - 1, outer.bottom - 1},
+                look.font, colors.titleText, kTextEndEllipsis | kTextSingleLine | kTextBottom);
         } else if (cell.readOnly || cell.modified) {
             // Without a name strip the state mark stands on a plate of the strip's background.
             const int left = outer.left + 2;

@@ -41,8 +41,8 @@ protected:
         Store(L"DwgNameAbove", names == kNamesAbove ? 1 : 0, L"Previews");
         host.SetCurrentColors({0x000000, 0xFFFFFF, kAgainstModel, 0x000000});
         for (int i = 1; i <= count; ++i) {
-            docs.push_back(host.OpenDrawing(
-                L"C:\\jobs\\level-" + std::to_wstring(i) + L"-plan.dwg", i == 1));
+            docs.push_back(
+                host.OpenDrawing(L"C:\\jobs\\level-" + std::to_wstring(i) + L"-plan.dwg", i == 1));
             if (i == 1)
                 Start(side, false);
         }
@@ -115,7 +115,8 @@ TEST_P(PalettePictures, ShowEveryDrawingAsACellMarkedAndTintedAsItStands) {
         EXPECT_EQ(host.Windows().IsVisible(bar), c.scroll && c.drawings == 40);
     }
     // A scroll bar takes the edge of the dock side (top, left, right, bottom), inside the frame.
-    const win::RECT b = host.Windows().RectInParent(bar), p = host.Windows().RectInParent(Palette());
+    const win::RECT b = host.Windows().RectInParent(bar),
+                    p = host.Windows().RectInParent(Palette());
     const int gap[] = {b.top, b.left, p.Width() - b.right, p.Height() - b.bottom};
     EXPECT_TRUE(!host.Windows().IsVisible(bar) || gap[c.side - dock::kTop] == 1);
     // The padlocks, whole, in the read-only colour and in the host's; the edited drawing's mark
@@ -133,9 +134,9 @@ TEST_P(PalettePictures, ShowEveryDrawingAsACellMarkedAndTintedAsItStands) {
         const win::COLORREF mark = active == 1 ? Bar().m_clrModified : readOnly;
         EXPECT_EQ(Count(place, Tinted(mark, SimSystemLook::kActiveCaption, kActiveTintAlpha)),
                   active == 1 ? kModifiedPixels : kLockPixels);
-        EXPECT_GT(Count(Cell(active).rcItem.Offset(place.left, place.top),
-                        SimSystemLook::kActiveCaption),
-                  0);
+        EXPECT_GT(
+            Count(Cell(active).rcItem.Offset(place.left, place.top), SimSystemLook::kActiveCaption),
+            0);
     }
     if (c.scroll && c.drawings == 40) {
         // The far arrow: a column goes on by a picture, a row back (so not before its start).
@@ -166,7 +167,8 @@ INSTANTIATE_TEST_SUITE_P(
         PaletteCase{dock::kRight, 5, false}, PaletteCase{dock::kRight, 40, false},
         PaletteCase{dock::kRight, 1, true}, PaletteCase{dock::kRight, 5, true},
         PaletteCase{dock::kRight, 40, true}, PaletteCase{dock::kTop, 5, false, kNamesAbove},
-        PaletteCase{dock::kTop, 5, false, kNoNames}, PaletteCase{dock::kLeft, 5, false, kNamesAbove},
+        PaletteCase{dock::kTop, 5, false, kNoNames},
+        PaletteCase{dock::kLeft, 5, false, kNamesAbove},
         PaletteCase{dock::kLeft, 5, false, kNoNames}));
 
 TEST_F(PaletteSession, AFoldedCellUnfoldsUnlessControlIsHeldWhichSwitchesToIt) {

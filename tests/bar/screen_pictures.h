@@ -21,8 +21,9 @@
 inline constexpr int kChannelTolerance = 8;
 inline constexpr int kOutlierShare = 200;
 
-inline ::testing::AssertionResult LooksLike(const SoftwareCanvas& screen, const std::string& reference,
-                                     const std::string& saved) {
+inline ::testing::AssertionResult LooksLike(const SoftwareCanvas& screen,
+                                            const std::string& reference,
+                                            const std::string& saved) {
     const std::string path = std::string(TABROW_BAR_PICTURES) + "/" + reference;
     const std::optional<DecodedPng> expected = ReadPngFile(path);
     if (!expected || expected->width != screen.Width() || expected->height != screen.Height())

@@ -46,16 +46,19 @@ TEST(PalettePainter, MarksStandAtTheFootOfTheNameOrTheFoldedStripAndThePadlockIn
     // empty.
     const win::RECT cell{10, 10, 110, 80};
     const Case cases[] = {
-        {"name below, read-only hiding modified", {.rect = cell, .readOnly = true, .modified = true},
-         true, true, false, kReadOnly, {13, 66, 20, 77}},
-        {"name above", {.rect = cell, .modified = true}, true, true, true, kModified, {13, 15, 20, 22}},
+        {"name below, read-only hiding modified",
+         {.rect = cell, .readOnly = true, .modified = true}, true, true, false, kReadOnly,
+         {13, 66, 20, 77}},
+        {"name above", {.rect = cell, .modified = true}, true, true, true, kModified,
+         {13, 15, 20, 22}},
         {"no name: on a plate", {.rect = cell, .modified = true}, true, false, false, kModified,
          {13, 70, 20, 77}},
         {"folded in a row: centred", {.rect = {10, 10, 25, 80}, .clipped = true, .modified = true},
          true, true, false, kModified, {14, 70, 21, 77}},
         {"folded in a column", {.rect = {10, 10, 110, 25}, .clipped = true, .readOnly = true},
          false, true, false, kReadOnly, {14, 11, 21, 22}},
-        {"locked", {.rect = cell, .locked = true}, true, true, false, kModelFore, {99, 13, 106, 24}},
+        {"locked", {.rect = cell, .locked = true}, true, true, false, kModelFore,
+         {99, 13, 106, 24}},
         {"locked on a layout", {.rect = cell, .locked = true, .paperSpace = true}, true, true,
          false, kLayoutFore, {99, 13, 106, 24}},
         {"locked but folded", {.rect = {10, 10, 25, 80}, .clipped = true, .locked = true}, true,
