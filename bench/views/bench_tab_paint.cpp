@@ -4,7 +4,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <chrono>
 #include <string>
 
 #include "platform/sim/canvas/sim_theme.h"
@@ -12,6 +11,7 @@
 #include "ports/port.h"
 #include "ports/tab_control.h"
 #include "views/tab_painter.h"
+#include "against_fill.h"
 
 #ifdef TABROW_HAS_FREETYPE
 #include "platform/sim/canvas/freetype_font_rasteriser.h"
@@ -19,16 +19,10 @@
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
 constexpr int kTabs = 50;
 constexpr int kPerRow = 17;
 constexpr int kTabLength = 70;
 constexpr int kRow = 20;
-
-double Milliseconds(Clock::duration d) {
-    return std::chrono::duration<double, std::milli>(d).count();
-}
 
 // A top strip as wide as 17 tabs, with a page of a few lines under the three rows.
 TabStrip FiftyTabs() {
@@ -62,23 +56,9 @@ void BM_PaintFiftyTabs(benchmark::State& state) {
     const TabStrip strip = FiftyTabs();
     SoftwareCanvas canvas(strip.client.right, strip.client.bottom);
     TabPainter painter;
-    double fillMs = 0;
-    double paintMs = 0;
-    for (auto _ : state) {
-        const auto t0 = Clock::now();
-        canvas.FillRect(strip.client, strip.colors.btnFace);
-        benchmark::ClobberMemory();
-        const auto t1 = Clock::now();
-        benchmark::DoNotOptimize(painter.Paint(canvas, strip));
-        benchmark::ClobberMemory();
-        const auto t2 = Clock::now();
-        fillMs += Milliseconds(t1 - t0);
-        paintMs += Milliseconds(t2 - t1);
-    }
-    const double n = static_cast<double>(state.iterations());
-    state.counters["fill_ms"] = fillMs / n;
-    state.counters["paint_ms"] = paintMs / n;
-    state.counters["ratio"] = paintMs / fillMs;
+    TimeAgainstFill(
+        state, [&] { canvas.FillRect(strip.client, strip.colors.btnFace); },
+        [&] { benchmark::DoNotOptimize(painter.Paint(canvas, strip)); });
     state.SetLabel(state.range(0) != 0 ? "themed" : "classic");
 }
 BENCHMARK(BM_PaintFiftyTabs)->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond);

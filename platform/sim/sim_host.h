@@ -482,4 +482,5 @@ private:
     SimSheetSets m_sheetSets{m_sheetSetManagers};
     ScopedPort<SheetSets> m_sheetSetsPort{m_sheetSets};
     ScopedPort<SheetSelectionDialog> m_sheetSelectionPort{m_sheetSets};
+    ScopedPort<ScrollBars> m_scrollBarsPort{m_windows};
 };

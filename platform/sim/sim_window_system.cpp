@@ -327,6 +327,11 @@ std::intptr_t SimWindowSystem::DefaultProcedure(HostWindow* window, unsigned mes
     if (message == wm::kCommand && Window(window).className == ws::kDialogClass &&
         (wParam == 1 || wParam == 2))
         Show(window, false);
+    if (message == wm::kLButtonDown && Window(window).className == L"ScrollBar") {
+        const auto packed = static_cast<std::uint32_t>(lParam);
+        PressScrollBar(window, win::POINT{static_cast<std::int16_t>(packed & 0xFFFF),
+                                          static_cast<std::int16_t>(packed >> 16)});
+    }
     if (message == wm::kSetCursor) {
         if (HostWindow* parent = Window(window).parent;
             parent != nullptr && (Window(window).style & ws::kChild) != 0 &&
@@ -544,6 +549,8 @@ void SimWindowSystem::PaintOwn(HostWindow* window) {
         canvas->FillRect(all, kWorkspace);
     } else if (kind == L"AfxFrameOrView") {
         canvas->FillRect(all, kModelSpace);
+    } else if (kind == L"ScrollBar") {
+        PaintScrollBar(window, *canvas);
     } else if (kind == L"CommandLine") {
         canvas->FillRect(all, kWindow);
         canvas->Draw3dRect(all, kShadow, kShadow);

@@ -23,6 +23,7 @@
 
 #include "platform/sim/canvas/software_canvas.h"
 #include "ports/window_messages.h"
+#include "ports/scroll_bar.h"
 #include "ports/window_procedures.h"
 #include "ports/window_system.h"
 
@@ -61,9 +62,16 @@ struct SimWindow {
     HostWindow* owner = nullptr;  // a popup dies with the window that owns it
     bool dying = false;           // inside its destruction, which a second Destroy leaves alone
     bool captionActive = true;    // as the last WM_NCACTIVATE that reached the default left it
+    // A "ScrollBar" window's state; disabled when it was told to show that nothing scrolls.
+    ScrollInfo scroll;
+    bool scrollDisabled = false;
 };
 
-class SimWindowSystem : public WindowSystem, public WindowProcedures {
+// Scroll bars (sim_scroll_bar.cpp) are as strict as the system's: only a "ScrollBar" window
+// holds a range, the page is never more than the range, and every position is limited to the
+// minimum and the maximum less the page plus one. A press on one scrolls its parent by a line
+// on the arrows, a page on the track, nothing on the thumb or while the bar is disabled.
+class SimWindowSystem : public WindowSystem, public WindowProcedures, public ScrollBars {
 public:
     SimWindowSystem();
 
@@ -108,6 +116,14 @@ public:
     void SetMessageLoop(std::function<void(const HostMessage&)> loop) { m_loop = std::move(loop); }
     // The time of the window system's clock, in ms.
     long long Now() const { return m_now; }
+    // The user drags a scroll bar's thumb to `position`, or lets it go there: WM_HSCROLL or
+    // WM_VSCROLL to the bar's parent, as the control sends it.
+    void Scroll(HostWindow* bar, unsigned code, int position = 0);
+    // A scroll bar's arrows, track and thumb in its client coordinates, along its length.
+    struct ScrollBarParts {
+        win::RECT lineUp, lineDown, thumb;
+    };
+    ScrollBarParts PartsOf(HostWindow* bar);
 
     HostWindow* HostFrame() override { return m_frame; }
     HostWindow* DockedCommandLine() override { return m_cmdLine; }
@@ -148,6 +164,11 @@ public:
     win::POINT ScreenToClient(HostWindow* window, win::POINT point) override;
     std::unique_ptr<Canvas> BeginPaint(HostWindow* window) override;
 
+    // --- ScrollBars ---
+    int SetScrollInfo(HostWindow* bar, const ScrollInfo& info, bool redraw) override;
+    ScrollInfo GetScrollInfo(HostWindow* bar) override;
+    int SetScrollPos(HostWindow* bar, int pos, bool redraw) override;
+
     // --- WindowProcedures ---
     OldWindowProcedure* Replace(HostWindow* window, WindowProcedure procedure) override;
     void Restore(HostWindow* window, OldWindowProcedure* procedure) override;
@@ -176,6 +197,8 @@ private:
     HostWindow* WindowAt(HostWindow* parent, win::POINT screen);
     bool WithinSiblingOf(HostWindow* window, HostWindow* other);
     void PaintOwn(HostWindow* window);
+    void PaintScrollBar(HostWindow* bar, Canvas& canvas);
+    void PressScrollBar(HostWindow* bar, win::POINT point);
     void PaintTree(HostWindow* window, SoftwareCanvas& screen, const win::RECT& clip);
 
     SimProcedure m_default;

@@ -63,7 +63,7 @@ MsgResult HvTabrow::OnCreate() {
     if (!CreateViews())
         return MsgResult::Handled(0);
     m_lfLabelFont = FontSetting(m_store, keys::kLabelFont);
-    windows.SetFont(m_palette.m_hWnd, m_lfLabelFont, false);
+    m_palette.SetLabelFont(m_lfLabelFont);
     SetTabFont(FontSetting(m_store, keys::kTabFont), false);
     m_floatDlg.Create(TrFloatDlg::kTemplateId, g_hwndFrame);
     m_palette.UpdateColors();
@@ -87,6 +87,8 @@ bool HvTabrow::CreateViews() {
     palette.style = ws::kChild;
     palette.id = kPaletteId;
     palette.handler = &m_palette;
+    palette.attach = &m_palette.m_hWnd;  // its scroll bars are made in its WM_CREATE
+    m_palette.m_pDrawingArea = &g_rcMdiClientSize;
     m_palette.m_hWnd = windows.CreateChild(palette);
     ChildWindowSpec tabs;
     tabs.parent = m_hWnd;
@@ -143,10 +145,8 @@ void HvTabrow::SetFloating(bool bFloating, bool bRefresh) {
 }
 
 void HvTabrow::SetDockSide(int side, bool bRefresh) {
-    const bool changed = side != m_nDockSide;
     m_nDockSide = side;
-    if (changed)
-        m_palette.RecalcLayout();
+    m_palette.SetDockSide(side);
     if (m_bCreated == 0)
         return;
     WindowSystem& windows = Use<WindowSystem>();

@@ -43,6 +43,8 @@ struct RECT {
     RECT Offset(std::int32_t dx, std::int32_t dy) const {
         return {left + dx, top + dy, right + dx, bottom + dy};
     }
+    // The same rectangle grown by `by` on every side (shrunk for a negative `by`).
+    RECT Inflated(std::int32_t by) const { return {left - by, top - by, right + by, bottom + by}; }
     friend bool operator==(const RECT&, const RECT&) = default;
 };
 

@@ -19,6 +19,10 @@ inline constexpr int kVisualStyle2dWireframe = 4;
 struct HostDrawingColors {
     std::uint32_t modelBackground = 0;   // COLORREF
     std::uint32_t layoutBackground = 0;  // COLORREF, the paper
+    // What the host draws over each background so that it shows: a locked preview's padlock
+    // takes these.
+    std::uint32_t modelForeground = 0xFFFFFF;
+    std::uint32_t layoutForeground = 0x000000;
 };
 
 // The graphics system's screen shot, read where it lies.

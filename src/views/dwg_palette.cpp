@@ -127,37 +127,46 @@ void HvDwgPalette::Renumber() {
         item->nIndex = index++;
 }
 
-// The cells' placement belongs to the painting of the palette; what the list needs of it is
-// that every record knows its place.
-void HvDwgPalette::RecalcLayout() {
-    Renumber();
-    Redraw();
-}
-
 void HvDwgPalette::Redraw() {
     if (m_hWnd != nullptr)
         Use<WindowSystem>().Redraw(m_hWnd, ws::kRdwInvalidate | ws::kRdwErase | ws::kRdwUpdateNow);
 }
 
-MsgResult HvDwgPalette::OnLButtonDown(win::POINT point, unsigned) {
-    TrDocItem* hit = nullptr;
-    for (auto& item : m_items) {
-        const win::RECT& r = item->rcItem;
-        if (point.x >= r.left && point.x < r.right && point.y >= r.top && point.y < r.bottom) {
-            hit = item.get();
-            break;
-        }
+TrDocItem* HvDwgPalette::ItemFromPoint(win::POINT point) {
+    for (auto it = m_items.rbegin(); it != m_items.rend(); ++it) {
+        const win::RECT& r = (*it)->rcItem;
+        if (point.x >= r.left && point.x < r.right && point.y >= r.top && point.y < r.bottom)
+            return it->get();
     }
+    return nullptr;
+}
+
+HostDocument* HvDwgPalette::DocumentAt(win::POINT point) {
+    TrDocItem* item = ItemFromPoint(point);
+    return item != nullptr ? item->pDoc : nullptr;
+}
+
+MsgResult HvDwgPalette::OnLButtonDown(win::POINT point, unsigned keys) {
+    TrDocItem* hit = ItemFromPoint(point);
     if (hit == nullptr)
-        return MsgResult::Handled();
+        return MsgResult::NotHandled();
+    if (hit->bClipped && (keys & mk::kControl) == 0) {
+        // A folded cell unfolds: the strip slides just far enough to show it whole.
+        if (hit->nIndex < m_nFirstFull)
+            m_nFirstFull = hit->nIndex;
+        else
+            m_nFirstFull += hit->nIndex - m_nLastFull;
+        RecalcLayout();
+        return MsgResult::NotHandled();
+    }
     HostDocuments& docs = Use<HostDocuments>();
     HostDocument* current = docs.CurDocument();
     if (m_settings.m_bSwitchOnBusy == 0 && current != nullptr && !docs.IsQuiescent(current)) {
         Use<MessageBoxes>().Show(kBusySwitchText, L"", mb::kOk);
-        return MsgResult::Handled();
+        return MsgResult::NotHandled();
     }
     docs.ActivateDocument(hit->pDoc);
-    return MsgResult::Handled();
+    return MsgResult::NotHandled();
 }
 
 MsgResult HvDwgPalette::OnSize(unsigned, win::SIZE) {
@@ -174,26 +183,4 @@ MsgResult HvDwgPalette::OnTimer(unsigned id) {
         RefreshPreview(Use<HostDocuments>().MdiActiveDocument(), false);
     }
     return MsgResult::Handled();
-}
-
-bool HvDwgPalette::IsHorizontal() const {
-    if (m_settings.m_bFloating != 0) {
-        const win::RECT client =
-            m_hWnd != nullptr ? Use<WindowSystem>().RectInParent(m_hWnd) : win::RECT{};
-        return client.Width() > client.Height();
-    }
-    return m_settings.m_nDockSide != dock::kLeft && m_settings.m_nDockSide != dock::kRight;
-}
-
-win::SIZE HvDwgPalette::GetCellSize(const TrDocItem* item) const {
-    const bool clipped = item != nullptr && item->bClipped;
-    win::SIZE size;
-    if (IsHorizontal()) {
-        size.cy = m_nThumbExtent - (m_settings.m_bShowDwgName != 0 ? m_nNameHeight : 0);
-        size.cx = clipped ? m_nNameHeight : static_cast<std::int32_t>(size.cy * m_dAspect);
-    } else {
-        size.cx = m_nThumbExtent;
-        size.cy = clipped ? m_nNameHeight : static_cast<std::int32_t>(size.cx / m_dAspect);
-    }
-    return size;
 }

@@ -15,8 +15,11 @@
 #include "ports/window_system.h"
 #include "settings/tabrow_settings.h"
 #include "views/dwg_list_view.h"
+#include "views/palette_layout.h"
+#include "views/palette_painter.h"
 #include "views/tr_doc_item.h"
 
+class Canvas;
 struct HostDocument;
 struct HostWindow;
 struct TabrowSettings;
@@ -100,6 +103,28 @@ public:
     void OnDocumentModified(HostDocument* doc, bool modified);
     void ToggleLock(HostDocument* doc);
 
+    // The cell under a point of the client area, or null; tested from the last cell to the
+    // first, so that a later cell wins where two overlap.
+    TrDocItem* ItemFromPoint(win::POINT point);
+    // The drawing of the cell under the point, or null.
+    HostDocument* DocumentAt(win::POINT point);
+
+    // A dock side (dock:: value) other than the one held lays the cells out anew.
+    void SetDockSide(int side);
+    // The font of the names; the cells are laid out anew.
+    void SetLabelFont(const win::LOGFONTW& font);
+    // The place of the active drawing's record, or -1.
+    int ActiveIndex();
+    // Makes the two scroll bars, hidden.
+    MsgResult OnCreate() override;
+    // The cells, their marks and the active drawing's tint, painted off-screen; a dirty active
+    // picture is taken anew on the way.
+    MsgResult OnPaint() override;
+    MsgResult OnEraseBkgnd() override { return MsgResult::Handled(1); }
+    // The palette's own scroll bars move the cells; other controls' scrolls go on by default.
+    MsgResult OnHScroll(unsigned code, int position, HostWindow* bar) override;
+    MsgResult OnVScroll(unsigned code, int position, HostWindow* bar) override;
+
     HostWindow* m_hWnd = nullptr;  // destroyed with the bar
     std::vector<std::unique_ptr<TrDocItem>> m_items;
     std::uint8_t m_bListChanging = 0;
@@ -111,10 +136,28 @@ public:
     // at each grab; when empty the values loaded with the settings serve.
     std::function<ImageAdjustments(bool bDarkBack)> m_readAdjustments;
 
+    int m_nDockSide = -1;  // dock:: value
+    HostWindow* m_vertScroll = nullptr;  // children: destroyed with the palette
+    HostWindow* m_horzScroll = nullptr;
+    win::RECT m_rcCells;  // the room for the cells, the scroll bar's taken off
+    std::int32_t m_nFirstFull = 0;
+    std::int32_t m_nLastFull = 0;
+    std::int32_t m_nScrollPos = 0;
+    std::int32_t m_nLength = 0;
+    std::int32_t m_nContentLength = 0;
+    win::LOGFONTW m_font;
+    // Where the host's drawing area was last seen (the hook records it); the cells take their
+    // shape from it. Not owned; null until the bar says.
+    const win::RECT* m_pDrawingArea = nullptr;
+
 private:
     void Sort();
     void Renumber();
     void Redraw();
+    PaletteMetrics Metrics() const;
+    PaletteLook Look() const;
+    void PaintCells(Canvas& canvas, const win::RECT& client);
+    MsgResult OnScroll(unsigned code, int position, HostWindow* bar);
 
     const TabrowSettings& m_settings;
 };

@@ -1,6 +1,5 @@
 #include "views/empty_bar_painter.h"
 
-#include <new>
 #include <vector>
 
 #include "foundation/text_encoding.h"
@@ -21,23 +20,14 @@ void PaintEmptyBar(Canvas& canvas, const EmptyBar& bar) {
     const win::SIZE extent = canvas.MeasureText(text, bar.font);
     const int w = extent.cx + 8;
     const int h = extent.cy;
-    if (w <= 0 || h <= 0)
-        return;
-    std::vector<BYTE> rgb;
-    try {
-        rgb.resize(static_cast<std::size_t>(w) * h * 3);
-    } catch (const std::bad_alloc&) {
-        return;  // painting swallows its failures; the next paint tries again
-    }
-    const win::RECT whole{0, 0, w, h};
-    IS40_FillSolidRect(rgb.data(), w, h, 3, w * 3, &whole, colors.btnFace, 0);
     SmoothTextRequest request;
     request.text = kNoDrawingsText;
     request.font = &bar.font;
     request.smoothing = 4;
-    request.rect = &whole;
     request.color = colors.btnText;
-    IS40_DrawSmoothTextOnRGB2(rgb.data(), w, h, w * 3, request);
+    std::vector<BYTE> rgb = SmoothTextStrip(w, h, colors.btnFace, request);
+    if (rgb.empty())
+        return;  // painting swallows its failures; the next paint tries again
 
     // Turned only while docked at a side; floating, the bar keeps its side but not the turn.
     const bool turned =

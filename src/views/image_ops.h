@@ -11,6 +11,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 #include "foundation/win_types.h"
 #include "ports/canvas.h"
@@ -56,6 +57,12 @@ struct SmoothTextRequest {
 };
 int IS40_DrawSmoothTextOnRGB2(BYTE* image, UINT width, UINT height, UINT stride,
                               const SmoothTextRequest& request);
+
+// A `width` by `height` buffer (rows tight) filled with `back`, with the request's text drawn
+// over the whole of it (the request's rectangle is not read). Empty when there is no memory
+// for it: painting skips the text then.
+std::vector<BYTE> SmoothTextStrip(int width, int height, win::COLORREF back,
+                                  SmoothTextRequest request);
 
 // Fills columns left..right (one more than the rectangle's width) and rows top..bottom-1; a
 // rectangle of zero width or height fills nothing.

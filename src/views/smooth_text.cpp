@@ -127,3 +127,22 @@ int IS40_DrawSmoothTextOnRGB2(BYTE* image, UINT width, UINT height, UINT stride,
     ReportImageError(kImageOk, kName);
     return 1;
 }
+
+std::vector<BYTE> SmoothTextStrip(int width, int height, win::COLORREF back,
+                                  SmoothTextRequest request) {
+    std::vector<BYTE> rgb;
+    if (width <= 0 || height <= 0)
+        return rgb;
+    try {
+        rgb.resize(static_cast<std::size_t>(width) * height * 3);
+    } catch (const std::bad_alloc&) {
+        return rgb;
+    }
+    const win::RECT whole{0, 0, width, height};
+    const auto w = static_cast<UINT>(width);
+    const auto h = static_cast<UINT>(height);
+    IS40_FillSolidRect(rgb.data(), w, h, 3, w * 3, &whole, back, 0);
+    request.rect = &whole;
+    IS40_DrawSmoothTextOnRGB2(rgb.data(), w, h, w * 3, request);
+    return rgb;
+}

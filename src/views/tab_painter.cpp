@@ -52,10 +52,6 @@ void Normalise(win::RECT& rect) {
         std::swap(rect.top, rect.bottom);
 }
 
-win::RECT Inflated(win::RECT rect, int by) {
-    return {rect.left - by, rect.top - by, rect.right + by, rect.bottom + by};
-}
-
 // The text and image of a themed tab, drawn into its picture (which has the form of a top tab).
 // No image list is set on the bar's tabs, so the image step only moves the rectangle.
 void DrawTabContent(Canvas& picture, const TabStrip& strip, int index, win::RECT rect,
@@ -176,7 +172,7 @@ void DrawClassicTabFrame(Canvas& canvas, const PaintColors& colors, win::RECT fr
 win::RECT ClassicFrame(win::RECT item, int orientation, bool selected) {
     if (!selected)
         return item;
-    win::RECT frame = Inflated(item, 2);
+    win::RECT frame = item.Inflated(2);
     const int pageSide = Opposite(orientation);
     Edge(frame, pageSide) = Edge(item, pageSide) + TowardsPage(orientation);
     return frame;
@@ -231,7 +227,7 @@ void TabPainter::PaintThemed(Canvas& canvas, const TabStrip& strip) {
         return;
     win::RECT rect = strip.tabs[static_cast<std::size_t>(strip.selected)].rect;
     Normalise(rect);
-    rect = Inflated(rect, 2);
+    rect = rect.Inflated(2);
     if (m_nOrientation == kTabTop)
         rect.bottom -= 1;
     // In several rows the selected tab must not run over the page's lower frame.
@@ -244,7 +240,7 @@ void TabPainter::PaintClassic(Canvas& canvas, const TabStrip& strip) {
     const PaintColors& colors = strip.colors;
     const int orientation = TabOrientationOf(strip.style);
     canvas.FillRect(strip.client, colors.btnFace);
-    canvas.Draw3dRect(Inflated(strip.displayArea, 2), colors.btnHighlight, colors.btnShadow);
+    canvas.Draw3dRect(strip.displayArea.Inflated(2), colors.btnHighlight, colors.btnShadow);
     const int count = static_cast<int>(strip.tabs.size());
     auto drawTab = [&](int i) {
         const bool selected = i == strip.selected;
@@ -254,7 +250,7 @@ void TabPainter::PaintClassic(Canvas& canvas, const TabStrip& strip) {
         if (selected)
             canvas.FillRect(frame, colors.btnFace);
         DrawClassicTabFrame(canvas, colors, frame, orientation);
-        DrawItem(canvas, strip, i, Inflated(frame, -2));
+        DrawItem(canvas, strip, i, frame.Inflated(-2));
     };
     for (int i = 0; i < count; ++i) {
         if (i != strip.selected)
@@ -299,8 +295,12 @@ void TabPainter::DrawItem(Canvas& canvas, const TabStrip& strip, int index, cons
     IS40_DrawRGB(&canvas, rgb.data(), rect.Width(), rect.Height(), rect.Width() * 3, rect.left,
                  rect.top);
     if (options.highlightSelected && selected) {
-        AlphaFillRect(&canvas, rect, colors.activeCaption, kActiveTintAlpha);
-        canvas.Draw3dRect(rect, colors.activeCaption, colors.activeCaption);
-        canvas.Draw3dRect(Inflated(rect, -1), colors.activeCaption, colors.activeCaption);
+        PaintActiveMark(canvas, rect, colors.activeCaption);
     }
+}
+
+void PaintActiveMark(Canvas& canvas, const win::RECT& rect, win::COLORREF color) {
+    AlphaFillRect(&canvas, rect, color, kActiveTintAlpha);
+    canvas.Draw3dRect(rect, color, color);
+    canvas.Draw3dRect(rect.Inflated(-1), color, color);
 }

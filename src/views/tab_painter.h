@@ -27,6 +27,8 @@ struct PaintColors {
 
 // The tint of the selected tab, and of the active drawing elsewhere.
 inline constexpr unsigned kActiveTintAlpha = 68;
+// The active drawing's mark: the tint and two frames inside each other in `color`.
+void PaintActiveMark(Canvas& canvas, const win::RECT& rect, win::COLORREF color);
 
 struct TabRecord {
     win::RECT rect;     // the item's rectangle in the control's client area

@@ -4,18 +4,10 @@
 // few cases are compared whole with reference pictures kept in pictures/ beside this file, as
 // is the bar floating in its own window with a tip.
 
-#include <algorithm>
-#include <cstdint>
-#include <cstdlib>
-#include <memory>
-#include <optional>
 #include <ostream>
 #include <string>
 
-#include "bar/document_session.h"
-#include "layout/host_windows.h"
-#include "layout/relayout.h"
-#include "platform/sim/canvas/freetype_font_rasteriser.h"
+#include "bar/screen_pictures.h"
 #include "platform/sim/sim_drawing_view.h"
 #include "ports/com_error.h"
 #include "ports/window_messages.h"
@@ -36,75 +28,6 @@ void PrintTo(const PictureCase& c, std::ostream* os) {
     *os << "side " << c.side << (c.theme ? ", styles on, " : ", styles off, ") << c.drawings
         << " drawings";
 }
-
-// Text may rasterise a little differently from one font library release to the next: a
-// channel may be off by kChannelTolerance, and one pixel in kOutlierShare may be off by more.
-constexpr int kChannelTolerance = 8;
-constexpr int kOutlierShare = 200;
-
-::testing::AssertionResult LooksLike(const SoftwareCanvas& screen, const std::string& reference,
-                                     const std::string& saved) {
-    const std::string path = std::string(TABROW_BAR_PICTURES) + "/" + reference;
-    const std::optional<DecodedPng> expected = ReadPngFile(path);
-    if (!expected || expected->width != screen.Width() || expected->height != screen.Height())
-        return ::testing::AssertionFailure() << "no reference picture of the size at " << path;
-    const std::vector<std::uint8_t>& actual = screen.Pixels();
-    const std::vector<std::uint8_t>& want = expected->rgb;
-    auto off = [&](std::size_t i) { return std::abs(actual[i] - want[i]) > kChannelTolerance; };
-    std::size_t outliers = 0;
-    for (std::size_t i = 0; i < actual.size(); i += 3)
-        outliers += off(i) || off(i + 1) || off(i + 2) ? 1 : 0;
-    if (outliers * kOutlierShare > actual.size() / 3)
-        return ::testing::AssertionFailure() << outliers << " pixels of " << saved << " differ";
-    return ::testing::AssertionSuccess();
-}
-
-win::COLORREF Tinted(win::COLORREF under, win::COLORREF color, std::uint8_t alpha) {
-    SoftwareCanvas pixel(1, 1);
-    pixel.FillRect({0, 0, 1, 1}, under);
-    pixel.AlphaTint({0, 0, 1, 1}, color, alpha);
-    return pixel.PixelAt(0, 0);
-}
-
-class BarPictures : public DocumentSession {
-protected:
-    // The bar docked at `side` in tab mode, in a frame small enough to look at whole.
-    void Start(int side) {
-        Store(L"DockSide", static_cast<std::uint32_t>(side));
-        Store(L"TabMode", 1);
-        Store(L"HideOnSingle", 0);
-        host.Windows().Move(host.Windows().HostFrame(), {0, 0, 800, 480}, true);
-        Load();
-        RefreshHostLayout(g_hwndFrame);
-    }
-    void Paint(const std::string& name) {
-        screen = host.Windows().PaintScreen();
-        SavePng(BesideProgram(name), screen->Pixels().data(), screen->Width(), screen->Height(),
-                screen->Width() * 3);
-    }
-    win::RECT Place(HostWindow* window) { return host.Windows().ScreenRect(window); }
-    int Count(const win::RECT& area, win::COLORREF color) {
-        int n = 0;
-        for (int y = area.top; y < area.bottom; ++y)
-            for (int x = area.left; x < area.right; ++x)
-                n += screen->PixelAt(x, y) == color ? 1 : 0;
-        return n;
-    }
-    // The bounds of the pixels of `area` that are darker than half.
-    win::RECT DarkBounds(const win::RECT& area) {
-        win::RECT bounds{area.right, area.bottom, area.left, area.top};
-        for (int y = area.top; y < area.bottom; ++y)
-            for (int x = area.left; x < area.right; ++x)
-                if (win::GreenOf(screen->PixelAt(x, y)) < 0x80)
-                    bounds = {std::min(bounds.left, x), std::min(bounds.top, y),
-                              std::max(bounds.right, x + 1), std::max(bounds.bottom, y + 1)};
-        return bounds;
-    }
-
-    FreeTypeFontRasteriser fonts;
-    ScopedPort<FontRasteriser> fontsPort{fonts};
-    std::unique_ptr<SoftwareCanvas> screen;
-};
 
 class BarPictureCases : public BarPictures, public ::testing::WithParamInterface<PictureCase> {};
 

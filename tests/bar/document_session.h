@@ -36,14 +36,15 @@ protected:
         ASSERT_NE(g_pTabrow, nullptr);
     }
     void Unload() { m_module.reset(); }
-    // A setting in the program's root key, as the preferences store it.
-    void Store(const std::wstring& name, std::uint32_t value) {
+    // A setting in the program's root key or one of its sections, as the preferences store it.
+    void Store(const std::wstring& name, std::uint32_t value, const std::wstring& section = L"") {
         RegValue dword{reg::kDword, {}};
         for (int shift = 0; shift < 32; shift += 8)
             dword.data.push_back(static_cast<std::uint8_t>(value >> shift));
         SimRegistry& registry = host.Registry();
-        ASSERT_TRUE(registry.CreateKey(RegHive::CurrentUser, kKey));
-        ASSERT_TRUE(registry.SetValue(RegHive::CurrentUser, kKey, name, dword));
+        const std::wstring key = section.empty() ? kKey : kKey + (L"\\" + section);
+        ASSERT_TRUE(registry.CreateKey(RegHive::CurrentUser, key));
+        ASSERT_TRUE(registry.SetValue(RegHive::CurrentUser, key, name, dword));
     }
 
     HvTabrow& Bar() { return *g_pTabrow; }

@@ -1,10 +1,12 @@
 // A user's session on the simulated host, told step by step: the module loaded by APPLOAD,
-// drawings opened, edited, saved under a new name, switched by a click on a tab, closed, and the
-// bar floated with a tab's tip showing. After each step it prints the bar's tabs (the selected
-// one in brackets), the previews' order and where the bar and the drawing area are in the frame. Given a picture folder, it also paints
-// the host's window after each step and saves it there as a PNG file.
+// drawings opened, edited, saved under a new name, switched by a click on a tab (or, in preview
+// mode, on a thumbnail), closed, and the bar floated with a drawing's tip showing. After each step
+// it prints the bar's tabs (the selected one in brackets), the previews' order and where the bar
+// and the drawing area are in the frame. Given a picture folder, it also paints the host's window
+// after each step and saves it there as a PNG file.
 //
 // Usage: tabrow-session <scratch folder> [dock side 59419..59425] [sort 0..2] [picture folder]
+//        [tabs|previews]
 
 #include <cstdio>
 #include <cstdlib>
@@ -12,6 +14,7 @@
 #include <fstream>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "bar/hv_tabrow.h"
@@ -42,14 +45,15 @@ std::string RectText(const win::RECT& r) {
 class Session {
 public:
     Session(const std::filesystem::path& folder, int dockSide, int sortBy,
-            std::filesystem::path pictures)
+            std::filesystem::path pictures, bool tabs)
         : m_files(FromUtf8(folder.string() + "/")),
           m_filesPort(m_files),
-          m_pictures(std::move(pictures)) {
+          m_pictures(std::move(pictures)),
+          m_tabs(tabs) {
         MapModule();
         StoreSetting(keys::kDockSide, dockSide);
         StoreSetting(keys::kSortBy, sortBy);
-        StoreSetting(keys::kTabMode, 1);
+        StoreSetting(keys::kTabMode, tabs ? 1 : 0);
         m_host.SetAppLoader([this] { acrxEntryPoint(kInitAppMsg, Packet()); });
     }
     ~Session() {
@@ -109,24 +113,49 @@ public:
     }
 
     // A click on the tab of `doc`: the tab control asks the bar and tells it (a veto keeps the
-    // selection).
-    void ClickTab(HostDocument* doc) {
-        HvDwgTabCtrl& tabs = g_pTabrow->m_tabCtrl;
-        m_host.TabControl().Click(tabs.m_hWnd, tabs.FindDocument(doc));
+    // selection). In preview mode, a press in the middle of the drawing's cell.
+    void Click(HostDocument* doc) {
+        if (m_tabs) {
+            HvDwgTabCtrl& tabs = g_pTabrow->m_tabCtrl;
+            m_host.TabControl().Click(tabs.m_hWnd, tabs.FindDocument(doc));
+            return;
+        }
+        const std::optional<win::POINT> at = CellCentre(doc);
+        if (!at)
+            return;
+        m_host.Windows().Mouse(wm::kLButtonDown, *at);
+        m_host.Windows().Mouse(wm::kLButtonUp, *at);
+    }
+
+    // The middle of the drawing's thumbnail cell on the screen, none if it has no cell.
+    std::optional<win::POINT> CellCentre(HostDocument* doc) {
+        HvDwgPalette& palette = g_pTabrow->m_palette;
+        m_host.Windows().PaintScreen();  // the cells take their places as they are painted
+        TrDocItem* item = palette.FindItem(doc);
+        if (item == nullptr)
+            return std::nullopt;
+        const win::RECT& r = item->rcItem;
+        return m_host.Windows().ClientToScreen(
+            palette.m_hWnd, {(r.left + r.right) / 2, (r.top + r.bottom) / 2});
     }
 
     // The bar moves into its floating window, which the user drags beside the drawing area,
-    // and the mouse rests on the tab of `doc` until its tip shows.
+    // and the mouse rests on the tab or the thumbnail of `doc` until its tip shows.
     void Float(HostDocument* doc) {
         SimWindowSystem& windows = m_host.Windows();
         g_pTabrow->m_bShowDwgPropsInTips = 1;
         g_pTabrow->SetFloating(true, true);
         HostWindow* floating = g_pTabrow->FloatingWindow();
         windows.Move(floating, {560, 260, 1360, 340}, true);
-        HvDwgTabCtrl& tabs = g_pTabrow->m_tabCtrl;
-        win::RECT tab;
-        m_host.TabControl().ItemRect(tabs.m_hWnd, tabs.FindDocument(doc), tab);
-        windows.Mouse(wm::kMouseMove, windows.ClientToScreen(tabs.m_hWnd, {tab.left + 12, tab.top + 8}));
+        if (m_tabs) {
+            HvDwgTabCtrl& tabs = g_pTabrow->m_tabCtrl;
+            win::RECT tab;
+            m_host.TabControl().ItemRect(tabs.m_hWnd, tabs.FindDocument(doc), tab);
+            windows.Mouse(wm::kMouseMove,
+                          windows.ClientToScreen(tabs.m_hWnd, {tab.left + 12, tab.top + 8}));
+        } else if (const std::optional<win::POINT> at = CellCentre(doc)) {
+            windows.Mouse(wm::kMouseMove, *at);
+        }
         windows.Elapse(static_cast<unsigned>(g_pTabrow->m_nTipDelay));
         std::cout << "  floating window " << RectText(windows.ScreenRect(floating)) << ", tip:\n    "
                   << Narrow(m_host.ToolTipControls().ShownText(g_pTabrow->m_tip)) << "\n";
@@ -154,6 +183,7 @@ private:
     int m_steps = 0;
     int m_packetTag = 0;
     int m_boxesShown = 0;
+    bool m_tabs = true;
 };
 
 }  // namespace
@@ -161,7 +191,7 @@ private:
 int main(int argc, char** argv) {
     if (argc < 2) {
         std::cerr << "usage: tabrow-session <scratch folder> [dock side 59419..59425] [sort 0..2]"
-                     " [picture folder]\n";
+                     " [picture folder] [tabs|previews]\n";
         return 2;
     }
     std::filesystem::path folder = argv[1];
@@ -176,13 +206,15 @@ int main(int argc, char** argv) {
     }
     int dockSide = argc > 2 ? std::atoi(argv[2]) : dock::kTop;
     int sortBy = argc > 3 ? std::atoi(argv[3]) : 1;
+    const std::string mode = argc > 5 ? argv[5] : "tabs";
     if (dockSide < dock::kTop || dockSide > dock::kCmdWndRight || dockSide == 59423 ||
-        sortBy < 0 || sortBy > 2) {
-        std::cerr << "tabrow-session: dock side 59419..59422, 59424 or 59425; sort 0, 1 or 2\n";
+        sortBy < 0 || sortBy > 2 || (mode != "tabs" && mode != "previews")) {
+        std::cerr << "tabrow-session: dock side 59419..59422, 59424 or 59425; sort 0, 1 or 2;"
+                     " tabs or previews\n";
         return 2;
     }
 
-    Session session(folder, dockSide, sortBy, pictures);
+    Session session(folder, dockSide, sortBy, pictures, mode == "tabs");
     SimHost& host = session.Host();
     HostDocument* site = host.OpenDrawing(L"C:\\jobs\\tower\\site.dwg");
     session.Show("the host has one drawing open");
@@ -202,10 +234,10 @@ int main(int argc, char** argv) {
     session.Show("SAVEAS Annex.dwg: renamed, re-sorted, mark cleared");
     host.StartCommand(L"LINE");
     g_pTabrow->m_bSwitchOnBusy = 0;
-    session.ClickTab(site);
+    session.Click(site);
     session.Show("a click on site while LINE waits, with switching on busy off");
     host.CancelCommand();
-    session.ClickTab(site);
+    session.Click(site);
     session.Show("Escape, then the click again: site is active");
     host.Type(L"CLOSE");
     session.Show("CLOSE site");
