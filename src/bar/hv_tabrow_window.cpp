@@ -53,7 +53,6 @@ void TabSideStyle(int side, unsigned& remove, unsigned& add) {
 }  // namespace
 
 MsgResult HvTabrow::OnCreate() {
-    WindowSystem& windows = Use<WindowSystem>();
     if (IsInstalled<ToolTips>()) {
         m_tip = Use<ToolTips>().Create(m_hWnd);
         m_tipPalette = Use<ToolTips>().Create(m_hWnd);
