@@ -29,6 +29,8 @@ HvTabrow::HvTabrow(const BarContext& context)
     m_palette.m_readAdjustments = [this](bool bDarkBack) {
         return ReadImageAdjustments(m_store, bDarkBack);
     };
+    m_palette.m_onCellToolsReset = [this] { RefreshCellTips(); };
+    m_palette.m_onCellPainted = [this](const TrDocItem& item) { UpdateCellTip(item); };
     // The host's manager opens sheet sets by itself exactly when the setting asks for it.
     if (IsInstalled<HostServices>()) {
         HostServices& host = Use<HostServices>();

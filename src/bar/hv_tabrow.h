@@ -66,6 +66,8 @@ public:
     void RefreshTips();
     // The palette's cells get one tool each, on their rectangles, id index plus 1.
     void RefreshCellTips();
+    // After the cell's paint: its tool where it was painted, with a fresh text.
+    void UpdateCellTip(const TrDocItem& item);
     // The name or path of the drawing and, as set, its summary properties.
     std::wstring GetTipText(HostDocument* doc);
     // Every message of the bar and its children passes here before the window gets it: the

@@ -80,6 +80,15 @@ void HvTabrow::RefreshCellTips() {
     }
 }
 
+void HvTabrow::UpdateCellTip(const TrDocItem& item) {
+    if (m_tip == nullptr)
+        return;
+    ToolTips& tips = Use<ToolTips>();
+    const auto id = static_cast<unsigned>(item.nIndex + 1);
+    tips.SetToolRect(m_tip, m_palette.m_hWnd, id, item.rcItem);
+    tips.SetToolText(m_tip, m_palette.m_hWnd, id, GetTipText(item.pDoc));
+}
+
 void HvTabrow::PreTranslateMessage(const HostMessage& message) {
     if (m_tip == nullptr || m_tipPalette == nullptr)
         return;

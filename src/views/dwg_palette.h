@@ -135,6 +135,10 @@ public:
     // Reads the image adjustments for a dark or a light background from the settings' store,
     // at each grab; when empty the values loaded with the settings serve.
     std::function<ImageAdjustments(bool bDarkBack)> m_readAdjustments;
+    // The bar's tips over the cells: every layout gives each record a fresh tool, and every
+    // paint moves a cell's tool to where the cell was painted and renews its text.
+    std::function<void()> m_onCellToolsReset;
+    std::function<void(const TrDocItem& item)> m_onCellPainted;
 
     int m_nDockSide = -1;  // dock:: value
     HostWindow* m_vertScroll = nullptr;  // children: destroyed with the palette

@@ -82,6 +82,8 @@ void HvDwgPalette::RecalcLayout() {
         if (bar != nullptr)
             windows.Show(bar, false);
     }
+    if (m_onCellToolsReset)
+        m_onCellToolsReset();
     const win::RECT client = windows.RectInParent(m_hWnd);
     win::RECT working = win::RECT{0, 0, client.Width(), client.Height()}.Inflated(-1);
     const bool horizontal = IsHorizontal();

@@ -87,5 +87,7 @@ void HvDwgPalette::PaintCells(Canvas& canvas, const win::RECT& client) {
         cell.modified = item.bModified;
         cell.active = item.pDoc == active;
         PaintPaletteCell(canvas, look, cell);
+        if (m_onCellPainted)
+            m_onCellPainted(item);
     }
 }

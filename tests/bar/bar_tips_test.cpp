@@ -139,6 +139,12 @@ TEST_F(BarTips, ToolsFollowTheTabsAsDrawingsComeGoAndAreRenamedAndTheCellsInPrev
     // The tabs' tools stay behind on the hidden control, where no mouse comes.
     Bar().SetTabMode(false, true);
     EXPECT_EQ(ToolsOn(Palette()), CellTools());
+    // A drawing opened in preview mode: the layout gives it a tool, the paint puts every tool
+    // on its painted cell.
+    host.OpenDrawing(L"C:\\jobs\\delta.dwg");
+    host.Windows().PaintScreen();
+    EXPECT_EQ(ToolsOn(Palette()), CellTools());
+    EXPECT_EQ(ToolsOn(Palette()).size(), 3u);
     Bar().SetTabMode(true, true);
     EXPECT_EQ(ToolsOn(Tabs()), TabTools());
     Bar().m_bShowTips = 0;  // the tools stay, the control shows nothing
