@@ -17,6 +17,7 @@
 
 #include "platform/sim/sim_database.h"
 #include "platform/sim/sim_database_port.h"
+#include "platform/sim/sim_popup_menus.h"
 #include "platform/sim/sim_registry.h"
 #include "platform/sim/sim_shell.h"
 #include "platform/sim/sim_system_look.h"
@@ -61,6 +62,7 @@ struct SimDocument {
 
 // A viewport as automation reads it: the model space one or the active paper space one.
 struct SimViewport {
+    std::wstring view;  // the named view it was last set to
     ViewValue center;
     ViewValue direction{0, 0, 1};
     ViewValue height;
@@ -87,6 +89,11 @@ enum class SimAutomationCall {
     ActiveLayoutName,
     GetViewport,
     SetView,
+    // Going to a layout, a view or a layer state.
+    Layouts,
+    Views,
+    Regen,
+    ZoomWindow,
     // the batch commands' calls
     ActiveDocument,
     ReadOnly,
@@ -198,6 +205,9 @@ public:
     SimViewport& Viewport(HostDocument* doc, bool paper) { return m_viewports[{doc, paper}]; }
     // What automation set on a named view of the drawing, by property.
     std::map<ViewProperty, ViewValue> ViewValues(HostDocument* doc, const std::wstring& name) const;
+    // A value of a named view of the drawing's view table, as automation reads it.
+    void SetViewValue(HostDocument* doc, const std::wstring& name, ViewProperty property,
+                      const ViewValue& value);
     SimShell& FileShell() { return m_shell; }
     // What the next folder chooser is answered with; nothing (or an empty queue) is Cancel.
     void QueueFolder(std::optional<std::wstring> folder) { m_folders.push_back(std::move(folder)); }
@@ -211,6 +221,7 @@ public:
     SimDatabasePort& DatabasePort() { return m_databasePort; }
     SimRegistry& Registry() { return m_registry; }
     SimTabControl& TabControl() { return m_tabControls; }
+    SimPopupMenus& Menus() { return m_menus; }
     // The visual styles, on at start; a test turns them off as a user would.
     SimTheme& VisualStyles() { return m_theme; }
     SimDocument& Document(HostDocument* doc);
@@ -295,6 +306,19 @@ public:
     std::wstring ActiveLayoutName(HostAutoDocument* doc) override;
     ViewValue GetViewport(HostAutoViewport* viewport, ViewProperty property) override;
     void SetView(HostAutoView* view, ViewProperty property, const ViewValue& value) override;
+    // (sim_host_navigation.cpp) Each change is written to AutomationLog() as well:
+    // "ActiveLayout <name> <title>", "ActiveSpace <n> <title>", "SetView <view>",
+    // "ActiveViewport <title>", "Regen <title>", "ZoomWindow <x1>,<y1> <x2>,<y2> <title>".
+    std::wstring LayoutName(HostAutoDocument* doc, const std::wstring& name) override;
+    void SetActiveLayout(HostAutoDocument* doc, const std::wstring& name) override;
+    void SetActiveSpace(HostAutoDocument* doc, int activeSpace) override;
+    HostAutoView* ViewItem(HostAutoDocument* doc, const std::wstring& name) override;
+    ViewValue GetView(HostAutoView* view, ViewProperty property) override;
+    void SetViewportView(HostAutoViewport* viewport, HostAutoView* view) override;
+    void SetActiveViewport(HostAutoDocument* doc, HostAutoViewport* viewport) override;
+    void RegenAll(HostAutoDocument* doc) override;
+    void ZoomWindow(HostApplication* app, const ViewValue& lowerLeft,
+                    const ViewValue& upperRight) override;
 
     // --- DocumentAutomation (sim_host_batch.cpp) ---
     // Every call is written to AutomationLog() as "Call" or "Call title": the order in which
@@ -378,6 +402,7 @@ private:
     SimRegistry m_registry;
     SimSystemLook m_look;
     SimTabControl m_tabControls{m_windows};
+    SimPopupMenus m_menus{m_windows};
     SimTheme m_theme;
     std::vector<std::unique_ptr<SimDocument>> m_documents;
     HostDocument* m_active = nullptr;   // the MDI-active document
@@ -427,6 +452,7 @@ private:
         std::map<ViewProperty, ViewValue> values;
     };
     HostDocument* AutoDocument(HostAutoDocument* doc);
+    SimView& NamedView(HostDocument* doc, const std::wstring& name);
     void CheckApplication(HostApplication* app) const;
     HostDocument* NewDrawingFrom(const std::wstring& templateName);
     SimShell m_shell;
@@ -452,6 +478,7 @@ private:
     ScopedPort<KeyValueStore> m_registryPort;
     ScopedPort<SystemLook> m_lookPort;
     ScopedPort<Shell> m_shellPort{m_shell};
+    ScopedPort<PopupMenus> m_menusPort{m_menus};
     ScopedPort<FolderDialog> m_folderDialogPort{*this};
     ScopedPort<Theme> m_themePort;
 };
