@@ -150,8 +150,10 @@ void HvTabrow::DoubleClicked(unsigned keys) {
         OpenLastDrawing();
         return;
     }
-    // Read at the moment: the Work Set Manager writes it while the bar runs.
-    if (m_store.GetString(keys::kRoot, keys::kLastWorkset, L"").empty())
+    // Read at the moment: every whole-set open writes it while the bar runs.
+    const std::wstring last = m_store.GetString(keys::kRoot, keys::kLastWorkset, L"");
+    if (last.empty())
         Use<MessageBoxes>().Show(L"No workset has been opened yet!", L"", mb::kOk);
-    // A named work set is opened by the work set store (to come).
+    else
+        OpenWorkSet(last);
 }

@@ -12,11 +12,12 @@
 #include "bar/doc_manager_reactor.h"
 #include "bar/drawing_contents.h"
 #include "bar/editor_reactor.h"
-#include "bar/file_entry.h"
+#include "foundation/file_entry.h"
 #include "ports/window_handler.h"
 #include "settings/tabrow_settings.h"
 #include "views/dwg_palette.h"
 #include "views/dwg_tab_ctrl.h"
+#include "worksets/work_set_store.h"
 
 class HvRegImpl;
 struct HostApplication;
@@ -110,6 +111,15 @@ public:
     // The menu's "Change Template Path..." (the host profile's folder) and "Empty Drawing".
     void OnChangeTemplatePath();
     void OnEmptyDrawing();
+
+    // Work sets. The file's path is looked up at each use; the menu's rows, the whole-set open
+    // (which records the set as the last one) and the open of files chosen from a set.
+    std::wstring GetWorkSetFile();
+    void BuildWorkSetRows(unsigned* pNextId, TrWorkSetRows& map, bool bNoneFound);
+    void OpenWorkSet(const std::wstring& name);
+    void SelectWorkSetFiles(const std::wstring& name);
+    // The selection dialog behind SelectWorkSetFiles.
+    TrChooseWorkSetFiles m_chooseWorkSetFiles;
 
     // The thickness that the hook cuts out of the MDI client or the command window.
     int CalcTabBarSize(const win::RECT* prc);

@@ -92,6 +92,11 @@ void HvIniFile::ClearSection(const std::wstring& section) {
     Profile().WriteSection(m_strPath, section, std::vector<std::wstring>{});
 }
 
+void HvIniFile::ReplaceSection(const std::wstring& section,
+                               const std::vector<std::wstring>& lines) {
+    Profile().WriteSection(m_strPath, section, lines);
+}
+
 void HvIniFile::EnsureSection(const std::wstring& section) {
     std::vector<std::wstring> keys;
     GetKeys(section, keys);

@@ -32,6 +32,8 @@ public:
                      unsigned size);
     void DeleteSection(const std::wstring& section);
     void ClearSection(const std::wstring& section);
+    // The section's lines replaced by `lines` ("key=value" each) in a single write of the file.
+    void ReplaceSection(const std::wstring& section, const std::vector<std::wstring>& lines);
     void EnsureSection(const std::wstring& section);
     bool CopySection(const std::wstring& from, const std::wstring& to);
     bool RenameSection(const std::wstring& from, const std::wstring& to);

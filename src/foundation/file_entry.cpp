@@ -1,4 +1,4 @@
-#include "bar/file_entry.h"
+#include "foundation/file_entry.h"
 
 #include <cwchar>
 
