@@ -159,15 +159,22 @@ void HvDwgPalette::ReadHostColors() {
     m_colors = Use<HostServices>().CurrentColors();
 }
 
-MsgResult HvDwgPalette::OnLButtonDown(win::POINT point, unsigned) {
-    TrDocItem* hit = nullptr;
-    for (auto& item : m_items) {
-        const win::RECT& r = item->rcItem;
-        if (point.x >= r.left && point.x < r.right && point.y >= r.top && point.y < r.bottom) {
-            hit = item.get();
-            break;
-        }
+TrDocItem* HvDwgPalette::ItemFromPoint(win::POINT point) {
+    for (auto it = m_items.rbegin(); it != m_items.rend(); ++it) {
+        const win::RECT& r = (*it)->rcItem;
+        if (point.x >= r.left && point.x < r.right && point.y >= r.top && point.y < r.bottom)
+            return it->get();
     }
+    return nullptr;
+}
+
+HostDocument* HvDwgPalette::DocumentAt(win::POINT point) {
+    TrDocItem* item = ItemFromPoint(point);
+    return item != nullptr ? item->pDoc : nullptr;
+}
+
+MsgResult HvDwgPalette::OnLButtonDown(win::POINT point, unsigned) {
+    TrDocItem* hit = ItemFromPoint(point);
     if (hit == nullptr)
         return MsgResult::Handled();
     HostDocuments& docs = Use<HostDocuments>();

@@ -59,6 +59,12 @@ public:
     // The cells follow the window's size.
     MsgResult OnSize(unsigned type, win::SIZE client) override;
 
+    // The cell under a point of the client area, or null; tested from the last cell to the
+    // first, so that a later cell wins where two overlap.
+    TrDocItem* ItemFromPoint(win::POINT point);
+    // The drawing of the cell under the point, or null.
+    HostDocument* DocumentAt(win::POINT point);
+
     HostWindow* m_hWnd = nullptr;  // destroyed with the bar
     std::vector<std::unique_ptr<TrDocItem>> m_items;
     std::uint8_t m_bListChanging = 0;
