@@ -121,6 +121,18 @@ public:
     // The selection dialog behind SelectWorkSetFiles.
     TrChooseWorkSetFiles m_chooseWorkSetFiles;
 
+    // Sheet sets, on hosts above 16.0. The menu's two lists, one id each from the counter: the
+    // host's recent sheet sets and the ".dst" files of the search folder, each with a
+    // "None Found" row when empty and `bNoneFound` asks for it.
+    void BuildSheetSetRows(unsigned* pNextId, bool bNoneFound);
+    // A sheet set row chosen: the user picks its drawings, or the host's manager takes it over
+    // when OpenSheetSetInSSM is on.
+    void OpenSheetSet(const std::wstring& path);
+    // The menu's "Set Sheet Set Search Path..." and "Open Sheet Sets In Manager".
+    void SetSheetSetSearchPath();
+    void ToggleOpenSheetSetInSSM();
+    bool HostHasSheetSets() const { return m_dHostVersion > 16.0; }
+
     // The thickness that the hook cuts out of the MDI client or the command window.
     int CalcTabBarSize(const win::RECT* prc);
     int GetPreviewBarSize();
@@ -138,6 +150,9 @@ public:
     HvDwgPalette m_palette{*this};
     std::deque<std::wstring> m_RecentFiles;
     TrPathRows m_TemplateItems;
+    TrPathRows m_recentSheetSets;
+    TrPathRows m_foundSheetSets;
+    double m_dHostVersion = 0;  // the host's release number, from its release text
     HvTrEditorReactor m_editorReactor{this};
     HvTrDocManagerReactor m_docManagerReactor{this};
     std::int32_t m_bCreated = 0;    // the children exist

@@ -99,7 +99,6 @@ void RemoveHook(HvTrMdiClientWnd*& hook, bool quitting) {
 HvApp theApp = MakeApp();
 HvTabrow* g_pTabrow = nullptr;
 HostApplication* g_pHostApp = nullptr;
-HostSheetSetManager* g_pSheetSetMgr = nullptr;
 HvTrMdiClientWnd* g_pMdiClientHook = nullptr;
 HvTrMdiClientWnd* g_pCmdWndHook = nullptr;
 

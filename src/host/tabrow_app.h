@@ -7,6 +7,7 @@
 #include "host/hv_app.h"
 #include "layout/host_windows.h"
 #include "layout/relayout.h"
+#include "sheetsets/sheet_set_manager.h"
 
 class HvTabrow;
 class HvTrMdiClientWnd;
@@ -23,7 +24,6 @@ constexpr int kRetOK = 0;
 extern HvApp theApp;
 extern HvTabrow* g_pTabrow;  // owned; null until created and after a failed start
 extern HostApplication* g_pHostApp;   // one reference held
-extern HostSheetSetManager* g_pSheetSetMgr;  // one reference held; null when it cannot be made
 extern HvTrMdiClientWnd* g_pMdiClientHook;  // owned
 extern HvTrMdiClientWnd* g_pCmdWndHook;     // owned
 

@@ -11,6 +11,7 @@ using HRESULT = std::int32_t;
 namespace hr {
 constexpr HRESULT kOk = 0;
 constexpr HRESULT kNoInterface = static_cast<HRESULT>(0x80004002);
+constexpr HRESULT kPointer = static_cast<HRESULT>(0x80004003);  // a null interface pointer used
 constexpr HRESULT kFail = static_cast<HRESULT>(0x80004005);
 constexpr HRESULT kCallRejected = static_cast<HRESULT>(0x80010001);
 }  // namespace hr

@@ -76,6 +76,9 @@ public:
     virtual void RegisterAppMdiAware(HostAppPacket* pkt) = 0;
     virtual void UnlockApplication(HostAppPacket* pkt) = 0;
 
+    // The host's roaming root folder (where its "Support" folder for the user lives), with a
+    // trailing separator; empty when it has none.
+    virtual std::wstring RoamableRootFolder() = 0;
     // The host's release text ("17.0s (LMS Tech)"); its leading number is the host's version.
     virtual std::wstring ReleaseName() = 0;
     // A string typed at the command line after `prompt`, spaces allowed or not; nothing when the

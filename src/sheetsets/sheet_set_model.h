@@ -1,0 +1,99 @@
+#pragma once
+// A read-only picture of one sheet set, as the host's sheet set manager holds it: the sheet set,
+// its subsets (one level), its sheets and its resource folders. Every object copies what it reads
+// when it is made, so the tree can be walked without further calls, and keeps its own reference
+// to the host's object, given back when it goes. A constructor that fails throws ComError and
+// leaves nothing behind.
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "ports/sheet_sets.h"
+
+// One reference to a sheet set object of the host, released however the scope ends.
+class SmRef {
+public:
+    SmRef() = default;
+    explicit SmRef(HostSmObject* object) : m_pObj(object) {}
+    ~SmRef() { Reset(); }
+    SmRef(SmRef&& other) noexcept : m_pObj(std::exchange(other.m_pObj, nullptr)) {}
+    SmRef& operator=(SmRef&& other) noexcept;
+    HostSmObject* Get() const { return m_pObj; }
+    void Reset();
+
+private:
+    HostSmObject* m_pObj = nullptr;  // owns one reference, or null
+};
+
+class CAcSmFileReference {
+public:
+    explicit CAcSmFileReference(HostSmObject* reference);  // takes over the reference
+    virtual ~CAcSmFileReference() = default;
+
+    SmRef m_spFileReference;
+    std::wstring m_strFileName;  // a resource's folder
+};
+
+class CAcSmAcDbLayoutReference {
+public:
+    explicit CAcSmAcDbLayoutReference(HostSmObject* reference);  // takes over the reference
+    virtual ~CAcSmAcDbLayoutReference() = default;
+
+    SmRef m_spLayoutReference;
+    std::wstring m_strFileName;  // the drawing that holds the layout
+};
+
+class CAcSmResources {
+public:
+    explicit CAcSmResources(HostSmObject* resources);  // takes over the reference
+    virtual ~CAcSmResources() = default;
+
+    SmRef m_spResources;
+    std::vector<std::unique_ptr<CAcSmFileReference>> m_fileReferences;
+};
+
+class CAcSmSheet {
+public:
+    // Takes over the reference; a null sheet throws ComError (hr::kPointer).
+    explicit CAcSmSheet(HostSmObject* sheet);
+    virtual ~CAcSmSheet() = default;
+
+    SmRef m_spSheet;
+    CAcSmAcDbLayoutReference m_layout;  // its file is what opening the sheet opens
+    std::wstring m_strName;
+    std::wstring m_strNumber;
+    std::wstring m_strTitle;
+    std::wstring m_strDesc;
+};
+
+class CAcSmSubset {
+public:
+    explicit CAcSmSubset(HostSmObject* subset);  // takes over the reference
+    virtual ~CAcSmSubset() = default;
+
+    SmRef m_spSubset;
+    std::vector<std::unique_ptr<CAcSmSheet>> m_sheets;
+    std::wstring m_strDesc;
+    std::wstring m_strName;
+};
+
+class CAcSmSheetSet {
+public:
+    explicit CAcSmSheetSet(HostSmObject* sheetSet);  // takes over the reference
+    virtual ~CAcSmSheetSet() = default;
+
+    // Its own sheets and those of its subsets.
+    std::size_t SheetCount() const;
+
+    SmRef m_spSheetSet;
+    std::unique_ptr<CAcSmResources> m_resources;
+    std::vector<std::unique_ptr<CAcSmSubset>> m_subsets;
+    std::vector<std::unique_ptr<CAcSmSheet>> m_sheets;
+    std::wstring m_strName;
+};
+
+// Opens the file's database through the manager, reads its sheet set and releases the
+// database. Throws ComError as the manager does; a null manager is hr::kPointer.
+std::unique_ptr<CAcSmSheetSet> LoadSheetSet(HostSheetSetManager* manager, const std::wstring& path);
