@@ -19,6 +19,7 @@ public:
     void RefuseLocks(DbStatus status) { m_lockRefusal = status; }
 
     HostDatabase* WorkingDatabase() override;
+    bool Tilemode(HostDatabase* db) override { return SimDatabase::From(db)->Tilemode(); }
     void LockDocumentOf(DbObjectId id) override;
     void UnlockDocumentOf(DbObjectId id) override;
     DbStatus Open(DbObjectId id, DbClass cls, DbOpenMode mode, bool openErased,

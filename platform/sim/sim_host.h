@@ -18,6 +18,7 @@
 #include "platform/sim/sim_database.h"
 #include "platform/sim/sim_database_port.h"
 #include "platform/sim/sim_popup_menus.h"
+#include "platform/sim/sim_graphics.h"
 #include "platform/sim/sim_registry.h"
 #include "platform/sim/sim_shell.h"
 #include "platform/sim/sim_system_look.h"
@@ -54,6 +55,10 @@ struct SimDocument {
     std::vector<int> pushedDbmod;  // DBMOD values the host pushed, for popDbmod
     std::wstring templateName;     // what a new drawing was made from, "" for the default
     std::unique_ptr<WindowHandler> viewPainter;  // paints `view`
+    // The viewports (CVPORT's numbers) that the graphics system draws: a shaded view.
+    std::vector<int> gsViewports;
+    // The visual style types of the current layout's viewports that have one.
+    std::vector<int> viewportStyles;
 
     // --- saving and plotting ---
     SimSaveFailure saveFailure = SimSaveFailure::None;
@@ -186,7 +191,7 @@ public:
     void SetAppLoader(std::function<void()> loader) { m_appLoader = std::move(loader); }
     void SetMainExecutableYear(int year) { m_mainExecutableYear = year; }
     void SetModuleProductVersion(const std::wstring& text) { m_productVersion = text; }
-    void SetCurrentColors(const HostDrawingColors& colors) { m_colors = colors; }
+    void SetCurrentColors(const HostDrawingColors& colors) { m_graphics.SetCurrentColors(colors); }
     // The database's object offers no automation document (E_NOINTERFACE from the query).
     void SetDocumentsHaveNoInterface(bool none) { m_documentsHaveNoInterface = none; }
     // The host without an editor object or a document manager: reactors cannot attach.
@@ -219,6 +224,7 @@ public:
     // --- what a test looks at ---
     SimWindowSystem& Windows() { return m_windows; }
     SimDatabasePort& DatabasePort() { return m_databasePort; }
+    SimGraphics& Graphics() { return m_graphics; }
     SimRegistry& Registry() { return m_registry; }
     SimTabControl& TabControl() { return m_tabControls; }
     SimPopupMenus& Menus() { return m_menus; }
@@ -256,7 +262,6 @@ public:
     bool AddCommand(const HostCommandRegistration& command) override;
     void RemoveGroup(const std::wstring& group) override;
     void PostCommandPrompt() override { ++m_promptsPosted; }
-    HostDrawingColors CurrentColors() override { return m_colors; }
     HostWindow* ActiveDwgView() override;
     void RegisterMessageWatcher(HostMessageWatcher watcher) override;
     void RemoveMessageWatcher(HostMessageWatcher watcher) override;
@@ -435,7 +440,6 @@ private:
     int m_sheetSetManagers = 0;
     int m_promptsPosted = 0;
     bool m_documentsHaveNoInterface = false;
-    HostDrawingColors m_colors{0x000000, 0xFFFFFF};
     std::vector<HostMessageWatcher> m_watchers;
     bool m_backgroundMode = false;
     bool m_quitting = false;
@@ -481,4 +485,6 @@ private:
     ScopedPort<PopupMenus> m_menusPort{m_menus};
     ScopedPort<FolderDialog> m_folderDialogPort{*this};
     ScopedPort<Theme> m_themePort;
+    SimGraphics m_graphics{*this};
+    ScopedPort<HostGraphics> m_graphicsPort{m_graphics};
 };

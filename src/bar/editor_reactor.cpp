@@ -80,7 +80,7 @@ void HvTrEditorReactor::OnCommandFinished(const std::wstring& name) {
         return;
     if (g_bTabrowOn != 0 && m_pTabrow != nullptr) {
         if (m_pTabrow->m_bTabMode == 0 && IsColourCommand(m_strCommand))
-            m_pTabrow->m_palette.ReadHostColors();
+            m_pTabrow->m_palette.UpdateColors();
         HostDocuments& docs = Use<HostDocuments>();
         if (HostDocument* doc = docs.MdiActiveDocument()) {
             bool modified = docs.IsModified(doc);

@@ -133,6 +133,13 @@ public:
     void ToggleOpenSheetSetInSSM();
     bool HostHasSheetSets() const { return m_dHostVersion > 16.0; }
 
+    // Previews (hv_tabrow_previews.cpp). Asks the views to renew the drawing's preview.
+    void RefreshDocument(HostDocument* doc, bool bForce);
+    // The menu's "Refresh Preview" for the drawing under the mouse (m_pMenuDoc), and "Refresh
+    // Previews" for every drawing; each activates drawings and puts the active one back.
+    void OnRefreshPreview();
+    void OnRefreshPreviews();
+
     // The thickness that the hook cuts out of the MDI client or the command window.
     int CalcTabBarSize(const win::RECT* prc);
     int GetPreviewBarSize();

@@ -63,7 +63,7 @@ MsgResult HvTabrow::OnCreate() {
     windows.SetFont(m_palette.m_hWnd, m_lfLabelFont, false);
     SetTabFont(FontSetting(m_store, keys::kTabFont), false);
     m_hFloatWnd = windows.CreateChild(nullptr, L"HvTrFloatWnd", kFloatingRect, 0);
-    m_palette.ReadHostColors();
+    m_palette.UpdateColors();
     m_bCreated = 1;
     SetTabMode(m_store.GetInt(keys::kRoot, keys::kTabMode, m_bTabMode) >= 1, false);
     if (m_bFloating != 0)

@@ -99,6 +99,8 @@ public:
     virtual ~HostDatabasePort() = default;
 
     virtual HostDatabase* WorkingDatabase() = 0;
+    // TILEMODE of the database: true while it shows model space, false on a layout.
+    virtual bool Tilemode(HostDatabase* db) = 0;
     // Held around opens in a document other than the current one.
     virtual void LockDocumentOf(DbObjectId id) = 0;
     virtual void UnlockDocumentOf(DbObjectId id) = 0;

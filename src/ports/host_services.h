@@ -3,7 +3,6 @@
 // line, its command stack and dynamic linker, and where its product keeps its settings.
 
 #include <functional>
-#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -14,12 +13,6 @@ struct HostWindow;
 
 // Sees each message of the host's main loop before it is dispatched.
 using HostMessageWatcher = void (*)(const HostMessage& message);
-
-// The host's drawing colours as far as the palette paints with them.
-struct HostDrawingColors {
-    std::uint32_t modelBackground = 0;   // COLORREF
-    std::uint32_t layoutBackground = 0;  // COLORREF, the paper
-};
 
 using HostCommandFunction = std::function<void()>;
 
@@ -64,7 +57,6 @@ public:
 
     // Redraws the command prompt after a relayout wiped it.
     virtual void PostCommandPrompt() = 0;
-    virtual HostDrawingColors CurrentColors() = 0;
     // The view window of the active drawing (acedGetAcadDwgView), or null.
     virtual HostWindow* ActiveDwgView() = 0;
 

@@ -91,6 +91,12 @@ void LoadPalette(const HvRegImpl& reg, const SystemValues& system, TabrowSetting
 
 }  // namespace
 
+ImageAdjustments ReadImageAdjustments(const HvRegImpl& reg, bool bDarkBack) {
+    ImageAdjustments adjust = bDarkBack ? kBlackBackDefaults : kWhiteBackDefaults;
+    LoadAdjustments(reg, bDarkBack ? keys::kBlackBack : keys::kWhiteBack, adjust);
+    return adjust;
+}
+
 void TabrowSettings::Load(HvRegImpl& reg, const SystemValues& system) {
     *this = TabrowSettings();
     // Half the command window is the default width beside it; while that window's width is not

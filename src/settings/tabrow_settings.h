@@ -46,6 +46,8 @@ struct ImageAdjustments {
     double m_dGamma = 0.0;  // 0.0 means no gamma step at all
     int m_nSharpness = 20;
 };
+inline constexpr ImageAdjustments kWhiteBackDefaults{};
+inline constexpr ImageAdjustments kBlackBackDefaults{0.0, 0.0, 2.5, 20};
 
 struct TabrowSettings {
     // Root section.
@@ -95,8 +97,8 @@ struct TabrowSettings {
     win::LOGFONTW m_lfLabelFont;
 
     // "WhiteBack" and "BlackBack"; nothing writes them.
-    ImageAdjustments m_whiteBack;
-    ImageAdjustments m_blackBack{0.0, 0.0, 2.5, 20};
+    ImageAdjustments m_whiteBack = kWhiteBackDefaults;
+    ImageAdjustments m_blackBack = kBlackBackDefaults;
 
     // "Worksets": the work set file; a computed default is stored at the first load.
     std::wstring m_strWorksetsPath;
@@ -108,6 +110,10 @@ struct TabrowSettings {
     // False when any write failed; the rest are still attempted.
     bool Save(HvRegImpl& reg) const;
 };
+
+// The adjustments for previews on a dark ("BlackBack") or light ("WhiteBack") background as the
+// store holds them now, each value with its default.
+ImageAdjustments ReadImageAdjustments(const HvRegImpl& reg, bool bDarkBack);
 
 // The per-user values read by others than the bar.
 bool LoadBarOn(const HvRegImpl& reg);                // "On": TRON/TROFF state, written at unload

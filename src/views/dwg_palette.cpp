@@ -155,8 +155,8 @@ void HvDwgPalette::Redraw() {
         Use<WindowSystem>().Redraw(m_hWnd, ws::kRdwInvalidate | ws::kRdwErase | ws::kRdwUpdateNow);
 }
 
-void HvDwgPalette::ReadHostColors() {
-    m_colors = Use<HostServices>().CurrentColors();
+void HvDwgPalette::UpdateColors() {
+    m_colors = Use<HostGraphics>().CurrentColors();
 }
 
 TrDocItem* HvDwgPalette::ItemFromPoint(win::POINT point) {

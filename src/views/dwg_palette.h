@@ -5,12 +5,14 @@
 // and 101 (the view was panned or zoomed: the active preview is out of date).
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "ports/host_services.h"
+#include "ports/host_graphics.h"
 #include "ports/window_system.h"
+#include "settings/tabrow_settings.h"
 #include "views/dwg_list_view.h"
 #include "views/tr_doc_item.h"
 
@@ -47,7 +49,7 @@ public:
     void Rebuild() override;
     void RecalcLayout();
     // The host's drawing colours, read again after its options may have changed them.
-    void ReadHostColors();
+    void UpdateColors();
     // A click on an item: the switch, unless a command runs and switching is not allowed then.
     MsgResult OnLButtonDown(win::POINT point, unsigned keys) override;
     MsgResult OnLButtonDblClk(win::POINT, unsigned keys) override {
@@ -65,10 +67,42 @@ public:
     // The drawing of the cell under the point, or null.
     HostDocument* DocumentAt(win::POINT point);
 
+    // The cells run in a row: a floating bar wider than high, or docked anywhere but the left
+    // and right sides.
+    bool IsHorizontal() const;
+    // The size of an item's cell picture across the strip; a clipped item keeps only a name's
+    // height along it. Null asks for an unclipped cell: a thumbnail's size.
+    win::SIZE GetCellSize(const TrDocItem* item) const;
+
+    // --- the preview pipeline (preview_pipeline.cpp) ---
+    // Whether only a copy of the window shows the view: the graphics system draws it (a shaded
+    // view, or on a layout's paper a viewport whose visual style is not 2D wireframe).
+    bool NeedsWindowGrab(bool layout);
+    // The active drawing's picture as RGB rows from the top; false when the host gives none.
+    bool GrabDrawing(TrDocItem& item, int& width, int& height, std::vector<std::uint8_t>& rgb,
+                     bool layout);
+    // Takes a new thumbnail of the active drawing when its record (null: the active one's) is
+    // dirty and not locked. Runs from paint.
+    void UpdatePreview(TrDocItem* item);
+    // Marks the record dirty and redraws its cell: the grab follows from paint while the
+    // drawing is active. Without `force` only when previews renew themselves.
+    void RefreshPreview(HostDocument* doc, bool force);
+    // Every drawing's thumbnail anew after a change of the cells' size; activates each in turn.
+    void RefreshPreviews();
+    void OnDocumentActivated(HostDocument* doc);
+    void OnDocumentModified(HostDocument* doc, bool modified);
+    void ToggleLock(HostDocument* doc);
+
     HostWindow* m_hWnd = nullptr;  // destroyed with the bar
     std::vector<std::unique_ptr<TrDocItem>> m_items;
     std::uint8_t m_bListChanging = 0;
     HostDrawingColors m_colors;
+    double m_dAspect = 1.0;          // width over height of the host's drawing area
+    std::int32_t m_nThumbExtent = 0;  // the palette's size across the strip, pixels
+    std::int32_t m_nNameHeight = 15;  // the height of a name strip
+    // Reads the image adjustments for a dark or a light background from the settings' store,
+    // at each grab; when empty the values loaded with the settings serve.
+    std::function<ImageAdjustments(bool bDarkBack)> m_readAdjustments;
 
 private:
     void Sort();
