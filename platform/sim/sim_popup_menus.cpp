@@ -44,7 +44,7 @@ const MenuRow& SimPopupMenus::Row(const std::vector<std::wstring>& path) const {
 
 unsigned SimPopupMenus::Track(const MenuRows& rows, win::POINT screen, HostWindow* owner) {
     if (m_rows != nullptr)
-        throw std::logic_error("a menu tracked while another is open");
+        Fail("a menu tracked while another is open");
     m_rows = &rows;
     m_origin = screen;
     m_open.clear();
@@ -62,9 +62,9 @@ unsigned SimPopupMenus::Track(const MenuRows& rows, win::POINT screen, HostWindo
             chosen = ChoosePath(*path, owner);
         else if (const auto* id = std::get_if<unsigned>(&choice))
             chosen = ChooseId(*id);
-    } catch (...) {
+    } catch (const std::logic_error& e) {
         m_rows = nullptr;
-        throw;
+        Fail(e.what());
     }
     Select(owner, 0, mf::kClosed);
     m_rows = nullptr;
@@ -111,6 +111,11 @@ unsigned SimPopupMenus::ChooseId(unsigned id) {
 void SimPopupMenus::Select(HostWindow* owner, unsigned item, unsigned flags) {
     const std::uintptr_t wParam = (item & 0xFFFFu) | ((flags & 0xFFFFu) << 16);
     m_windows.Send(owner, wm::kMenuSelect, wParam, 0);
+}
+
+void SimPopupMenus::Fail(const std::string& why) {
+    m_failures.push_back(why);
+    throw std::logic_error(why);
 }
 
 win::RECT SimPopupMenus::ItemRect(const MenuRow& popup, std::size_t item) {

@@ -7,7 +7,8 @@
 //
 // It is strict where a real menu cannot be made to do a thing: a text that is not in the
 // popup, a grayed row, a separator or a popup chosen as a command, an id that no row carries,
-// and a menu tracked while another is open all fail with std::logic_error.
+// and a menu tracked while another is open all fail with std::logic_error, and are listed in
+// Failures() (a window procedure's caller may swallow what it throws).
 
 #include <deque>
 #include <string>
@@ -30,6 +31,7 @@ public:
     const MenuRows& LastMenu() const { return m_last; }
     win::POINT LastPoint() const { return m_lastPoint; }
     int Tracked() const { return m_tracked; }
+    const std::vector<std::string>& Failures() const { return m_failures; }
     bool IsTracking() const { return m_rows != nullptr; }
     // The row at the end of a path of texts in the last menu; throws when there is none.
     const MenuRow& Row(const std::vector<std::wstring>& path) const;
@@ -43,6 +45,7 @@ public:
 
 private:
     using Choice = std::variant<std::monostate, std::vector<std::wstring>, unsigned>;
+    [[noreturn]] void Fail(const std::string& why);
     unsigned ChoosePath(const std::vector<std::wstring>& path, HostWindow* owner);
     unsigned ChooseId(unsigned id);
     void Select(HostWindow* owner, unsigned item, unsigned flags);
@@ -56,4 +59,5 @@ private:
     MenuRows m_last;
     win::POINT m_lastPoint{-1, -1};
     int m_tracked = 0;
+    std::vector<std::string> m_failures;
 };

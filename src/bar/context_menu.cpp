@@ -3,12 +3,15 @@
 // after the menu is gone, because the chosen row's command arrives after tracking has ended and
 // is decoded against them.
 
+#include <algorithm>
+#include <cstdint>
 #include <map>
 
 #include "bar/auto_ref.h"
 #include "bar/batch_commands.h"
-#include "bar/menu_ids.h"
+#include "bar/command_edge.h"
 #include "bar/hv_tabrow.h"
+#include "bar/menu_ids.h"
 #include "bar/plot_all.h"
 #include "bar/view_layout.h"
 #include "ports/com_error.h"
@@ -19,6 +22,7 @@
 #include "ports/message_box.h"
 #include "ports/popup_menu.h"
 #include "ports/port.h"
+#include "ports/shell.h"
 #include "ports/window_messages.h"
 #include "ports/window_procedures.h"
 #include "ports/window_system.h"
@@ -26,9 +30,8 @@
 
 namespace {
 
-// Process-wide, as the window system's menus are: the row whose tip shows (0 for none), and
-// each work set's popup by the id of its "All" row, for one opening of the menu.
-unsigned s_nMenuTipId = 0;
+// Process-wide, as the window system's menus are: each work set's popup by the id of its
+// "All" row, for one opening of the menu.
 std::map<unsigned, const MenuRow*> s_WorkSetMenus;
 
 // A failure of the menu's own, shown in a message box as it stands.
@@ -176,6 +179,23 @@ MenuRows HvTabrow::BuildRecentRows(unsigned* pNextId) {
     return rows;
 }
 
+std::optional<MenuRows> HvTabrow::BuildSheetSetMenu(unsigned* pNextId) {
+    // The ids are dealt whatever the host, so that the ranges after them stay in place.
+    BuildSheetSetRows(pNextId, true);
+    if (!HostHasSheetSets())
+        return std::nullopt;
+    auto text = [this](const CFilePath& path) {
+        return m_bShowFullPathInSheetSets != 0 ? path.GetPath() : path.GetFileTitle();
+    };
+    const std::size_t shown = static_cast<std::size_t>(std::max(m_nNumSheetSets, 0));
+    return MenuRows{
+        MenuRow::Command(cmd::kSheetSetSearchPath, L"Set Sheet Set Search Path..."),
+        MenuRow::Command(cmd::kOpenSheetSetsInManager, L"Open Sheet Sets In Manager",
+                         m_bOpenSheetSetInSSM != 0 ? mf::kChecked : 0u),
+        MenuRow::Popup(L"Recent", PathRows(m_recentSheetSets, text, shown)),
+        MenuRow::Popup(L"Found", PathRows(m_foundSheetSets, text))};
+}
+
 MenuRows HvTabrow::BuildWorkSetMenu(unsigned* pNextId) {
     MenuRows rows{MenuRow::Command(cmd::kManageWorkSets, L"Manage...")};
     BuildWorkSetRows(pNextId, m_WorkSetItems, true);
@@ -258,7 +278,16 @@ void HvTabrow::AppendDrawingRows(MenuRows& menu, unsigned* pNextId) {
     menu.push_back(MenuRow::Separator());
 }
 
-MsgResult HvTabrow::OnMenuCommand(unsigned id, unsigned code, HostWindow* control) {
+void HvTabrow::OpenMenuDocumentFolder() {
+    if (m_pMenuDoc == nullptr)
+        return;
+    HostDocuments& docs = Use<HostDocuments>();
+    if (docs.Database(m_pMenuDoc) == nullptr)
+        return;
+    Use<Shell>().Open(CFilePath(docs.PathName(m_pMenuDoc)).GetFolder(false), 5);
+}
+
+MsgResult HvTabrow::OnMenuCommand(unsigned id) {
     try {
         if (!Use<HostAutomation>().HasOleLinkManager())
             throw MenuFailure{L"AcAxGetOleLinkManager() failed!"};
@@ -271,7 +300,7 @@ MsgResult HvTabrow::OnMenuCommand(unsigned id, unsigned code, HostWindow* contro
     } catch (...) {
         Use<HostServices>().Print(L"Unknown error in HvTabrow!\n");
     }
-    return OnFixedCommand(id, code, control);
+    return OnFixedCommand(id);
 }
 
 std::optional<MsgResult> HvTabrow::RunMenuRow(unsigned id) {
@@ -397,7 +426,9 @@ bool HvTabrow::RestoreView(const ViewItem& item) {
     } else {
         std::wstring layout = item.strLayout;
         if (layout.empty()) {
-            layout = SelectViewLayout(item.strName, m_pMenuDoc, m_runListDialog);
+            const ListDialogRunner cancel = [](CListDialog&) { return false; };
+            layout = SelectViewLayout(item.strName, m_pMenuDoc,
+                                      m_runListDialog ? m_runListDialog : cancel);
             if (layout.empty())
                 return false;
         }
@@ -405,7 +436,7 @@ bool HvTabrow::RestoreView(const ViewItem& item) {
         const double height = automation.GetView(view.Get(), ViewProperty::Height).x;
         const double width = automation.GetView(view.Get(), ViewProperty::Width).x;
         const DbPoint2d& c = item.ptCenter;
-        Use<DocumentAutomation>().ZoomWindow(
+        automation.ZoomWindow(
             m_pHostApp, ViewValue{c.x - width / 2, c.y - height / 2, 0},
             ViewValue{c.x + width / 2, c.y + height / 2, 0});
     }
