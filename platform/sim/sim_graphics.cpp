@@ -11,6 +11,26 @@ SimDocument* ActiveDocument(SimHost& host) {
     return doc != nullptr ? &host.Document(doc) : nullptr;
 }
 
+// The view's picture as the graphics system keeps it: blue, green, red.
+class SimScreenShot : public HostScreenShot {
+public:
+    SimScreenShot(const std::vector<std::uint8_t>& rgb, int width, int height)
+        : m_bgr(rgb), m_nWidth(width), m_nHeight(height) {
+        for (std::size_t i = 0; i + 2 < m_bgr.size(); i += 3)
+            std::swap(m_bgr[i], m_bgr[i + 2]);
+    }
+    int Width() const override { return m_nWidth; }
+    int Height() const override { return m_nHeight; }
+    const std::uint8_t* Row(int y) const override {
+        return m_bgr.data() + static_cast<std::size_t>(y) * m_nWidth * 3;
+    }
+
+private:
+    std::vector<std::uint8_t> m_bgr;
+    int m_nWidth;
+    int m_nHeight;
+};
+
 }  // namespace
 
 bool SimGraphics::Fails(SimGraphicsCall call) {
@@ -46,18 +66,15 @@ const std::vector<std::uint8_t>* SimGraphics::PaintView(HostWindow* view, int& w
     return &w.picture;
 }
 
-std::optional<HostScreenShot> SimGraphics::ScreenShot(int viewport) {
+std::unique_ptr<HostScreenShot> SimGraphics::ScreenShot(int viewport) {
     if (Fails(SimGraphicsCall::ScreenShot) || viewport != 0)
-        return std::nullopt;
-    HostScreenShot shot;
-    const std::vector<std::uint8_t>* rgb =
-        PaintView(m_host.ActiveDwgView(), shot.width, shot.height);
+        return nullptr;
+    int width = 0;
+    int height = 0;
+    const std::vector<std::uint8_t>* rgb = PaintView(m_host.ActiveDwgView(), width, height);
     if (rgb == nullptr)
-        return std::nullopt;
-    shot.bgr = *rgb;
-    for (std::size_t i = 0; i + 2 < shot.bgr.size(); i += 3)
-        std::swap(shot.bgr[i], shot.bgr[i + 2]);
-    return shot;
+        return nullptr;
+    return std::make_unique<SimScreenShot>(*rgb, width, height);
 }
 
 std::unique_ptr<Canvas> SimGraphics::CopyClientArea(HostWindow* view) {

@@ -7,7 +7,6 @@
 
 #include <map>
 #include <memory>
-#include <optional>
 #include <vector>
 
 #include "ports/host_graphics.h"
@@ -30,7 +29,7 @@ public:
     bool HasGsView(int viewport) override;
     std::vector<int> ViewportVisualStyles() override;
     // Only viewport 0, the whole view of the active drawing, has a screen shot.
-    std::optional<HostScreenShot> ScreenShot(int viewport) override;
+    std::unique_ptr<HostScreenShot> ScreenShot(int viewport) override;
     std::unique_ptr<Canvas> CopyClientArea(HostWindow* view) override;
     HostDrawingColors CurrentColors() override { return m_colors; }
 

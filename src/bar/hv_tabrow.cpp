@@ -24,6 +24,10 @@ HvTabrow::HvTabrow(const BarContext& context)
     m_hSizeNSCursor = windows.StandardCursor(idc::kSizeNS);
     m_hSizeWECursor = windows.StandardCursor(idc::kSizeWE);
     LoadSettings();
+    // The image adjustments act from the next grab on, whenever they were changed.
+    m_palette.m_readAdjustments = [this](bool bDarkBack) {
+        return ReadImageAdjustments(m_store, bDarkBack);
+    };
     // The host's manager opens sheet sets by itself exactly when the setting asks for it.
     if (IsInstalled<HostServices>())
         Use<HostServices>().SetVariable(L"SSMAUTOOPEN", std::to_wstring(m_bOpenSheetSetInSSM));

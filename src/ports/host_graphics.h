@@ -6,7 +6,6 @@
 
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <vector>
 
 class Canvas;
@@ -21,12 +20,14 @@ struct HostDrawingColors {
     std::uint32_t layoutBackground = 0;  // COLORREF, the paper
 };
 
-// The graphics system's screen shot: rows from the top, `width * 3` bytes each, every pixel's
-// samples blue, green, red.
-struct HostScreenShot {
-    int width = 0;
-    int height = 0;
-    std::vector<std::uint8_t> bgr;
+// The graphics system's screen shot, read where it lies.
+class HostScreenShot {
+public:
+    virtual ~HostScreenShot() = default;
+    virtual int Width() const = 0;
+    virtual int Height() const = 0;
+    // Row `y` from the top: `Width()` pixels of three samples each, blue, green, red.
+    virtual const std::uint8_t* Row(int y) const = 0;
 };
 
 class HostGraphics {
@@ -41,7 +42,7 @@ public:
     // closed at once.
     virtual std::vector<int> ViewportVisualStyles() = 0;
     // The screen shot of a viewport, 0 for the whole view; nothing when the host gives none.
-    virtual std::optional<HostScreenShot> ScreenShot(int viewport) = 0;
+    virtual std::unique_ptr<HostScreenShot> ScreenShot(int viewport) = 0;
     // The client area of `view` as the screen shows it, copied into a bitmap of its size; null
     // when the copy cannot be made.
     virtual std::unique_ptr<Canvas> CopyClientArea(HostWindow* view) = 0;

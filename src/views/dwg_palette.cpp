@@ -76,15 +76,7 @@ void HvDwgPalette::RemoveDocument(HostDocument* doc) {
 }
 
 void HvDwgPalette::SetActive(HostDocument* doc) {
-    TrDocItem* item = FindItem(doc);
-    if (item == nullptr)
-        return;
-    if (m_settings.m_bAutoUpdatePreviews != 0)
-        item->bDirty = true;
-    // An image taken from the view needs the host to have painted the view first.
-    if (item->bFromView && m_hWnd != nullptr)
-        Use<WindowSystem>().SetTimer(m_hWnd, kRedrawTimer, kTimerDelay);
-    Redraw();
+    OnDocumentActivated(doc);
 }
 
 void HvDwgPalette::SetDocumentPath(HostDocument* doc, const std::wstring& path) {
@@ -98,15 +90,7 @@ void HvDwgPalette::SetDocumentPath(HostDocument* doc, const std::wstring& path) 
 }
 
 void HvDwgPalette::SetDocumentModified(HostDocument* doc, bool bModified) {
-    if (doc != Use<HostDocuments>().MdiActiveDocument())
-        return;
-    TrDocItem* item = FindItem(doc);
-    if (item == nullptr)
-        return;
-    item->bModified = bModified;
-    if (bModified && m_settings.m_bAutoUpdatePreviews != 0)
-        item->bDirty = true;
-    Redraw();
+    OnDocumentModified(doc, bModified);
 }
 
 void HvDwgPalette::Rebuild() {
@@ -198,12 +182,29 @@ MsgResult HvDwgPalette::OnTimer(unsigned id) {
     if (id == kRedrawTimer) {
         Redraw();
     } else if (id == kViewChangedTimer) {
-        TrDocItem* item = FindItem(nullptr);
-        if (item != nullptr && m_settings.m_bAutoUpdatePreviews != 0) {
-            item->bDirty = true;
-            Use<WindowSystem>().RedrawRect(m_hWnd, item->rcItem,
-                                           ws::kRdwInvalidate | ws::kRdwErase | ws::kRdwUpdateNow);
-        }
+        RefreshPreview(Use<HostDocuments>().MdiActiveDocument(), false);
     }
     return MsgResult::Handled();
+}
+
+bool HvDwgPalette::IsHorizontal() const {
+    if (m_settings.m_bFloating != 0) {
+        const win::RECT client =
+            m_hWnd != nullptr ? Use<WindowSystem>().RectInParent(m_hWnd) : win::RECT{};
+        return client.Width() > client.Height();
+    }
+    return m_settings.m_nDockSide != dock::kLeft && m_settings.m_nDockSide != dock::kRight;
+}
+
+win::SIZE HvDwgPalette::GetCellSize(const TrDocItem* item) const {
+    const bool clipped = item != nullptr && item->bClipped;
+    win::SIZE size;
+    if (IsHorizontal()) {
+        size.cy = m_nThumbExtent - (m_settings.m_bShowDwgName != 0 ? m_nNameHeight : 0);
+        size.cx = clipped ? m_nNameHeight : static_cast<std::int32_t>(size.cy * m_dAspect);
+    } else {
+        size.cx = m_nThumbExtent;
+        size.cy = clipped ? m_nNameHeight : static_cast<std::int32_t>(size.cx / m_dAspect);
+    }
+    return size;
 }

@@ -78,9 +78,10 @@ public:
     // Whether only a copy of the window shows the view: the graphics system draws it (a shaded
     // view, or on a layout's paper a viewport whose visual style is not 2D wireframe).
     bool NeedsWindowGrab(bool layout);
-    // The active drawing's picture as RGB rows from the top; false when the host gives none.
-    bool GrabDrawing(TrDocItem& item, int& width, int& height, std::vector<std::uint8_t>& rgb,
-                     bool layout);
+    // The active drawing's picture as tight RGB rows from the top; false when the host gives
+    // none.
+    bool GrabDrawing(TrDocItem& item, int& width, int& height,
+                     std::unique_ptr<std::uint8_t[]>& rgb, bool layout);
     // Takes a new thumbnail of the active drawing when its record (null: the active one's) is
     // dirty and not locked. Runs from paint.
     void UpdatePreview(TrDocItem* item);
