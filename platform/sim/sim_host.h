@@ -67,12 +67,12 @@ struct SimDocument {
 
 // A viewport as automation reads it: the model space one or the active paper space one.
 struct SimViewport {
-    std::wstring view;  // the named view it was last set to
     ViewValue center;
     ViewValue direction{0, 0, 1};
     ViewValue height;
     ViewValue target;
     ViewValue width;
+    std::wstring view = {};  // the named view it was last set to
 };
 
 // The automation calls that a test can make fail one at a time.

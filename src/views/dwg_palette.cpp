@@ -139,10 +139,6 @@ void HvDwgPalette::Redraw() {
         Use<WindowSystem>().Redraw(m_hWnd, ws::kRdwInvalidate | ws::kRdwErase | ws::kRdwUpdateNow);
 }
 
-void HvDwgPalette::UpdateColors() {
-    m_colors = Use<HostGraphics>().CurrentColors();
-}
-
 TrDocItem* HvDwgPalette::ItemFromPoint(win::POINT point) {
     for (auto it = m_items.rbegin(); it != m_items.rend(); ++it) {
         const win::RECT& r = (*it)->rcItem;

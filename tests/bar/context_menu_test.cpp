@@ -11,6 +11,7 @@
 #include "foundation/text_encoding.h"
 #include "layout/host_windows.h"
 #include "layout/relayout.h"
+#include "platform/portable/portable_profile_file.h"
 
 namespace {
 
@@ -85,6 +86,8 @@ protected:
         return rows;
     }
 
+    PortableProfileFile profiles;  // the work set file's reader
+    ScopedPort<ProfileFile> profilesPort{profiles};
     HostDocument* a = nullptr;
     HostDocument* b = nullptr;
 };
@@ -124,15 +127,18 @@ TEST_F(ContextMenu, OffersTheDrawingUnderTheMouseAndTheListsAroundIt) {
 
 TEST_F(ContextMenu, SettingsAndAnEmptyHostLeaveRowsOut) {
     Store(L"DisableNewMenu", 1);
-    Store(L"AutoUpdatePreviews", 0);
     Open(0);
+    Bar().m_bAutoUpdatePreviews = 0;
     RightClick(nullptr);
     EXPECT_EQ(TopRows(), Join({{L"Refresh Previews"}, {L"Recent Drawings", L"Work Sets",
                                                        L"Sheet Sets", L"-"}, kBatch, kEnd}));
+    host.QueueAnswer(mb::kIdYes);  // to losing the changes
     RightClick(nullptr, {L"Close All, No Save"});
     EXPECT_TRUE(host.Documents().empty());
     RightClick(nullptr);
-    EXPECT_EQ(TopRows(), Join({{L"Recent Drawings", L"Work Sets", L"Sheet Sets", L"-"}, kEnd}));
+    EXPECT_EQ(TopRows(), Join({{L"Refresh Previews", L"Recent Drawings", L"Work Sets",
+                                L"Sheet Sets", L"-"},
+                               kEnd}));
 }
 
 // One row chosen on "a.dwg" (or beside the tabs), and what the host shows for it afterwards.
@@ -148,7 +154,7 @@ struct RowCase {
 // clang-format off
 const RowCase kRowCases[] = {
     {"Layout", true, {L"Layouts", L"Sheet B"}, {L"Activate a.dwg", L"ActiveLayout Sheet B a.dwg"}, {}, {}},
-    {"SameLayoutStays", true, {L"Layouts", L"Layout1"}, {L"Activate a.dwg"}, {}, {}},
+    {"SameLayoutStays", true, {L"Layouts", L"Model"}, {L"Activate a.dwg"}, {}, {}},
     {"ModelView", true, {L"Views", L"East"},
      {L"Activate a.dwg", L"SetView East", L"ActiveViewport a.dwg"}, {}, {}},
     {"PaperViewWithItsLayout", true, {L"Views", L"North"},
@@ -189,8 +195,9 @@ TEST_P(ChosenRow, DoWhatTheySay) {
         opened.push_back(host.Title(doc) + (host.IsReadOnly(doc) ? L" (R)" : L""));
     }
     EXPECT_EQ(opened, c.opened);
-    if (host.Documents().size() >= documents)
+    if (host.Documents().size() >= documents) {
         EXPECT_EQ(host.DatabaseOf(a).RestoredLayerStates(), c.states);
+    }
     EXPECT_EQ(host.MessageBoxesShown().size(), 0u);
 }
 
