@@ -21,6 +21,7 @@
 #include "platform/sim/sim_graphics.h"
 #include "platform/sim/sim_registry.h"
 #include "platform/sim/sim_shell.h"
+#include "platform/sim/sim_sheet_sets.h"
 #include "platform/sim/sim_system_look.h"
 #include "platform/sim/sim_tab_control.h"
 #include "platform/sim/canvas/sim_theme.h"
@@ -214,6 +215,10 @@ public:
     void SetViewValue(HostDocument* doc, const std::wstring& name, ViewProperty property,
                       const ViewValue& value);
     SimShell& FileShell() { return m_shell; }
+    // The host's roaming root folder, where its profile files live; none at first.
+    void SetRoamableRootFolder(const std::wstring& folder) { m_roamingFolder = folder; }
+    // The sheet set manager's databases and the sheet selection's answers.
+    SimSheetSets& SheetSetManager() { return m_sheetSets; }
     // What the next folder chooser is answered with; nothing (or an empty queue) is Cancel.
     void QueueFolder(std::optional<std::wstring> folder) { m_folders.push_back(std::move(folder)); }
     // Title and starting folder of each chooser shown.
@@ -268,6 +273,7 @@ public:
     void RegisterAppMdiAware(HostAppPacket* pkt) override { m_mdiAware.push_back(pkt); }
     void UnlockApplication(HostAppPacket* pkt) override { m_unlocked.push_back(pkt); }
     std::wstring ReleaseName() override { return m_release; }
+    std::wstring RoamableRootFolder() override { return m_roamingFolder; }
     std::optional<std::wstring> GetString(const std::wstring& prompt, bool allowSpaces) override;
 
     // --- HostDocuments ---
@@ -487,4 +493,8 @@ private:
     ScopedPort<Theme> m_themePort;
     SimGraphics m_graphics{*this};
     ScopedPort<HostGraphics> m_graphicsPort{m_graphics};
+    std::wstring m_roamingFolder;
+    SimSheetSets m_sheetSets{m_sheetSetManagers};
+    ScopedPort<SheetSets> m_sheetSetsPort{m_sheetSets};
+    ScopedPort<SheetSelectionDialog> m_sheetSelectionPort{m_sheetSets};
 };

@@ -101,7 +101,7 @@ void SimHost::SendCommand(HostAutoDocument* doc, const std::wstring& text) {
     for (const std::wstring& line : lines) {
         if (GlobalName(line) == L"PSPACE")
             m_variables[L"CVPORT"] = L"1";
-        else
+        else if (!m_sheetSets.OpenInManager(line))
             TypeIn(handle, line);
     }
 }

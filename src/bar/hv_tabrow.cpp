@@ -1,5 +1,7 @@
 #include "bar/hv_tabrow.h"
 
+#include <cwchar>
+
 #include "bar/batch_commands.h"
 #include "bar/menu_ids.h"
 #include "bar/plot_all.h"
@@ -29,8 +31,12 @@ HvTabrow::HvTabrow(const BarContext& context)
         return ReadImageAdjustments(m_store, bDarkBack);
     };
     // The host's manager opens sheet sets by itself exactly when the setting asks for it.
-    if (IsInstalled<HostServices>())
-        Use<HostServices>().SetVariable(L"SSMAUTOOPEN", std::to_wstring(m_bOpenSheetSetInSSM));
+    if (IsInstalled<HostServices>()) {
+        HostServices& host = Use<HostServices>();
+        host.SetVariable(L"SSMAUTOOPEN", std::to_wstring(m_bOpenSheetSetInSSM));
+        // The release text leads with the version number ("17.0s (...)" is 17.0).
+        m_dHostVersion = std::wcstod(host.ReleaseName().c_str(), nullptr);
+    }
 }
 
 HvTabrow::~HvTabrow() {

@@ -4,8 +4,6 @@
 
 #include "bar/open_file.h"
 
-#include <cwchar>
-
 #include "bar/auto_ref.h"
 #include "bar/command_edge.h"
 #include "bar/hv_tabrow.h"
@@ -24,8 +22,7 @@ constexpr int kShowNormal = 5;  // the shell shows the opened file's window as i
 
 // What the command line says when the host refused to open a drawing without an automation
 // error: a drawing newer than the host is named by its release.
-void ReportRefusedOpen(const std::wstring& path) {
-    const double hostVersion = std::wcstod(Use<HostServices>().ReleaseName().c_str(), nullptr);
+void ReportRefusedOpen(const std::wstring& path, double hostVersion) {
     std::wstring release;
     if (GetFileDwgVersionCode(path) > hostVersion && GetFileDwgVersionText(path, release)) {
         Use<HostServices>().Print(L"Cannot open a " + release +
@@ -84,6 +81,6 @@ void HvTabrow::OpenFile(const TrFileEntry& entry, bool bWarn, bool bPopDbmod) {
         Use<HostServices>().Print(text + L"\n");
         Use<MessageBoxes>().Show(text, L"", mb::kOk | mb::kIconError);
     } catch (...) {
-        ReportRefusedOpen(path);
+        ReportRefusedOpen(path, m_dHostVersion);
     }
 }

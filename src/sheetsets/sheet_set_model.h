@@ -2,8 +2,8 @@
 // A read-only picture of one sheet set, as the host's sheet set manager holds it: the sheet set,
 // its subsets (one level), its sheets and its resource folders. Every object copies what it reads
 // when it is made, so the tree can be walked without further calls, and keeps its own reference
-// to the host's object, given back when it goes. A constructor that fails throws ComError and
-// leaves nothing behind.
+// to the host's object, given back when it goes. Each constructor takes over the reference it
+// is given; one that fails throws ComError and leaves nothing behind.
 
 #include <memory>
 #include <string>
@@ -18,6 +18,8 @@ public:
     SmRef() = default;
     explicit SmRef(HostSmObject* object) : m_pObj(object) {}
     ~SmRef() { Reset(); }
+    SmRef(const SmRef&) = delete;
+    SmRef& operator=(const SmRef&) = delete;
     SmRef(SmRef&& other) noexcept : m_pObj(std::exchange(other.m_pObj, nullptr)) {}
     SmRef& operator=(SmRef&& other) noexcept;
     HostSmObject* Get() const { return m_pObj; }
@@ -29,7 +31,7 @@ private:
 
 class CAcSmFileReference {
 public:
-    explicit CAcSmFileReference(HostSmObject* reference);  // takes over the reference
+    explicit CAcSmFileReference(SmRef object);
     virtual ~CAcSmFileReference() = default;
 
     SmRef m_spFileReference;
@@ -38,7 +40,7 @@ public:
 
 class CAcSmAcDbLayoutReference {
 public:
-    explicit CAcSmAcDbLayoutReference(HostSmObject* reference);  // takes over the reference
+    explicit CAcSmAcDbLayoutReference(SmRef object);
     virtual ~CAcSmAcDbLayoutReference() = default;
 
     SmRef m_spLayoutReference;
@@ -47,7 +49,7 @@ public:
 
 class CAcSmResources {
 public:
-    explicit CAcSmResources(HostSmObject* resources);  // takes over the reference
+    explicit CAcSmResources(SmRef object);
     virtual ~CAcSmResources() = default;
 
     SmRef m_spResources;
@@ -56,8 +58,8 @@ public:
 
 class CAcSmSheet {
 public:
-    // Takes over the reference; a null sheet throws ComError (hr::kPointer).
-    explicit CAcSmSheet(HostSmObject* sheet);
+    // A null sheet throws ComError (hr::kPointer).
+    explicit CAcSmSheet(SmRef sheet);
     virtual ~CAcSmSheet() = default;
 
     SmRef m_spSheet;
@@ -70,7 +72,7 @@ public:
 
 class CAcSmSubset {
 public:
-    explicit CAcSmSubset(HostSmObject* subset);  // takes over the reference
+    explicit CAcSmSubset(SmRef object);
     virtual ~CAcSmSubset() = default;
 
     SmRef m_spSubset;
@@ -81,7 +83,7 @@ public:
 
 class CAcSmSheetSet {
 public:
-    explicit CAcSmSheetSet(HostSmObject* sheetSet);  // takes over the reference
+    explicit CAcSmSheetSet(SmRef object);
     virtual ~CAcSmSheetSet() = default;
 
     // Its own sheets and those of its subsets.

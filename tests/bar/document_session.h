@@ -65,6 +65,13 @@ protected:
             titles.push_back(item->path.GetFileTitle());
         return titles;
     }
+    // The texts of the message boxes shown so far.
+    std::vector<std::wstring> Boxes() {
+        std::vector<std::wstring> texts;
+        for (const auto& box : host.MessageBoxesShown())
+            texts.push_back(box.text);
+        return texts;
+    }
     int SelectedTab() { return host.TabControl().GetCurSel(Tabs()); }
     // A click on a tab: the control asks the bar, then changes and tells it.
     void ClickTab(int index) { host.TabControl().Click(Tabs(), index); }

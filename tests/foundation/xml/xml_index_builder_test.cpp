@@ -4,7 +4,6 @@
 
 #include <string>
 
-#include "foundation/no_case.h"
 #include "foundation/xml/xml_document.h"
 
 namespace {
@@ -18,26 +17,6 @@ std::wstring Nested(int depth) {
     for (int i = 0; i < depth; ++i)
         text += L"</n>";
     return text;
-}
-
-// The walk that reads the host's recent sheet sets out of its profile.
-std::vector<std::wstring> RecentSheetSets(XmlDocument& doc) {
-    std::vector<std::wstring> files;
-    if (!doc.FindSibling(L"StorageRoot"))
-        return files;
-    for (const wchar_t* level : {L"AcApData", L"AdUiTools", L"ToolsInfo"}) {
-        if (!doc.FindChild(level) || !doc.Descend())
-            return files;
-    }
-    bool found = false;
-    while (!found && doc.FindChild(L"Tool"))
-        found = EqualNoCase(doc.Attribute(doc.ChildIndex(), L"CLSID"),
-                            L"{BEBBB318-2898-4C03-ADA2-360DC6B7AA69}");
-    if (!found || !doc.Descend() || !doc.FindChild(L"MRU_FILES") || !doc.Descend())
-        return files;
-    while (doc.FindChild(L"MRU_FILE"))
-        files.push_back(doc.Attribute(doc.ChildIndex(), L"fileName"));
-    return files;
 }
 
 }  // namespace
@@ -99,26 +78,4 @@ TEST(XmlIndexBuilder, StartTagsBeyondTheMaskStillParse) {
     EXPECT_NE(start.size() & kXmlStartTagMask, start.size());  // bit 20 is lost, as intended
     EXPECT_EQ(root.length, doc.Text().size());
     EXPECT_TRUE(doc.FindChild(L"b"));
-}
-
-TEST(XmlIndexBuilder, RecentSheetSetsOfAProfile) {
-    XmlDocument doc;
-    ASSERT_TRUE(doc.Parse(
-        L"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n"
-        L"<StorageRoot><AcApData><Other/><AdUiTools><ToolsInfo>\r\n"
-        L"  <Tool CLSID=\"{00000000-0000-0000-0000-000000000000}\" Name=\"Tool &amp; Co\">\r\n"
-        L"    <MRU_FILES><MRU_FILE fileName=\"C:\\wrong.dst\"/></MRU_FILES></Tool>\r\n"
-        L"  <Tool Name=\"Sheets\" CLSID='{bebbb318-2898-4c03-ada2-360dc6b7aa69}'>\r\n"
-        L"    <Settings/><MRU_FILES>\r\n"
-        L"      <MRU_FILE fileName=\"C:\\Sets\\A &amp; B.dst\"/>\r\n"
-        L"      <MRU_FILE fileName=\"C:\\Sets\\caf&#233;.dst\"></MRU_FILE>\r\n"
-        L"    </MRU_FILES></Tool>\r\n"
-        L"  <Tool CLSID=\"{BEBBB318-2898-4C03-ADA2-360DC6B7AA69}\"><MRU_FILES>"
-        L"<MRU_FILE fileName=\"C:\\second.dst\"/></MRU_FILES></Tool>\r\n"
-        L"</ToolsInfo></AdUiTools></AcApData></StorageRoot>\r\n"));
-    EXPECT_EQ(RecentSheetSets(doc),
-              (std::vector<std::wstring>{L"C:\\Sets\\A & B.dst", L"C:\\Sets\\caf\u00e9.dst"}));
-
-    ASSERT_TRUE(doc.Parse(L"<StorageRoot><AcApData><ToolsInfo/></AcApData></StorageRoot>"));
-    EXPECT_TRUE(RecentSheetSets(doc).empty());
 }
