@@ -20,7 +20,9 @@ using Texts = std::vector<std::wstring>;
 // Two drawings, "a.dwg" active and full of things to go to, "b.dwg" empty; a recent drawing,
 // a work set, a template, on disk.
 class ContextMenu : public DocumentSession {
-protected:
+public:
+    using DocumentSession::Bar;
+    using DocumentSession::host;
     void Open(std::uint32_t tabMode = 1) {
         Store(L"TabMode", tabMode);
         Store(L"HideOnSingle", 0);
@@ -141,32 +143,44 @@ TEST_F(ContextMenu, SettingsAndAnEmptyHostLeaveRowsOut) {
                                kEnd}));
 }
 
-// One row chosen on "a.dwg" (or beside the tabs), and what the host shows for it afterwards.
+// One row chosen on a drawing's tab (or beside the tabs), and what the host shows for it
+// afterwards. "%" in front of the chosen text stands for the scratch folder.
 struct RowCase {
     const char* name;
-    bool onDrawing;
+    const wchar_t* on;  // the drawing under the mouse, null for none
     Texts path;
-    Texts log;      // the automation calls made, in order
-    Texts opened;   // drawings opened, "(R)" after a read-only one
-    Texts states;   // layer states restored in "a.dwg"
+    Texts log;     // the automation calls made, in order
+    Texts opened;  // drawings opened, "(R)" after a read-only one
+    Texts states;  // layer states restored in "a.dwg"
+    void (*setUp)(ContextMenu&) = nullptr;
 };
 
 // clang-format off
 const RowCase kRowCases[] = {
-    {"Layout", true, {L"Layouts", L"Sheet B"}, {L"Activate a.dwg", L"ActiveLayout Sheet B a.dwg"}, {}, {}},
-    {"SameLayoutStays", true, {L"Layouts", L"Model"}, {L"Activate a.dwg"}, {}, {}},
-    {"ModelView", true, {L"Views", L"East"},
+    {"Layout", L"a", {L"Layouts", L"Sheet B"}, {L"Activate a.dwg", L"ActiveLayout Sheet B a.dwg"}, {}, {}},
+    {"SameLayoutStays", L"a", {L"Layouts", L"Model"}, {L"Activate a.dwg"}, {}, {}},
+    {"ModelView", L"a", {L"Views", L"East"},
      {L"Activate a.dwg", L"SetView East", L"ActiveViewport a.dwg"}, {}, {}},
-    {"PaperViewWithItsLayout", true, {L"Views", L"North"},
+    {"PaperViewWithItsLayout", L"a", {L"Views", L"North"},
      {L"Activate a.dwg", L"ActiveSpace 0 a.dwg", L"ActiveLayout Sheet B a.dwg",
       L"ZoomWindow 7,18 13,22 a.dwg"}, {}, {}},
-    {"LayerState", true, {L"Layer States", L"Walls"}, {L"Activate a.dwg", L"Regen a.dwg"}, {},
+    {"LayerState", L"a", {L"Layer States", L"Walls"}, {L"Activate a.dwg", L"Regen a.dwg"}, {},
      {L"Walls"}},
-    {"Xref", true, {L"References", L"Xrefs", L"site.dwg"}, {}, {L"site.dwg"}, {}},
-    {"RecentDrawing", false, {L"Recent Drawings", L"%old.dwg"}, {}, {L"old.dwg"}, {}},
-    {"WorkSetAll", false, {L"Work Sets", L"Proj", L"All"}, {}, {L"w1.dwg (R)", L"w2.dwg"}, {}},
-    {"Template", false, {L"New", L"metric"}, {}, {L"Drawing1.dwg"}, {}},
-    {"CloseTheDrawing", true, {L"Close [a]"}, {L"Close a.dwg"}, {}, {}},
+    // The drawing's "None Found" rows do nothing, and ask nothing of the host.
+    {"NoLayerState", L"b", {L"Layer States", L"None Found"}, {}, {}, {}},
+    {"NoView", L"b", {L"Views", L"None Found"}, {}, {}, {}},
+    {"Xref", L"a", {L"References", L"Xrefs", L"site.dwg"}, {}, {L"site.dwg"}, {}},
+    {"RecentDrawing", nullptr, {L"Recent Drawings", L"%old.dwg"}, {}, {L"old.dwg"}, {}},
+    {"WorkSetAll", nullptr, {L"Work Sets", L"Proj", L"All"}, {}, {L"w1.dwg (R)", L"w2.dwg"}, {}},
+    // With no recent drawing, "Empty" carries the first work set row's id, and acts as it.
+    {"EmptyRecentListOpensTheFirstWorkSet", nullptr, {L"Recent Drawings", L"Empty"}, {},
+     {L"w1.dwg (R)", L"w2.dwg"}, {}, [](ContextMenu& t) { t.Bar().m_nMRUCount = 0; }},
+    {"SheetSetChosenSheets", nullptr, {L"Sheet Sets", L"Found", L"tower"}, {}, {L"w2.dwg"}, {},
+     [](ContextMenu& t) { t.host.SheetSetManager().QueueTicks(std::vector<std::size_t>{0}); }},
+    {"SheetSetHandedToTheManager", nullptr, {L"Sheet Sets", L"Found", L"tower"},
+     {L"SendCommand b.dwg -OPENSHEETSET \"%sheets/tower.dst\"\n"}, {}, {}, [](ContextMenu& t) { t.Bar().m_bOpenSheetSetInSSM = 1; }},
+    {"Template", nullptr, {L"New", L"metric"}, {}, {L"Drawing1.dwg"}, {}},
+    {"CloseTheDrawing", L"a", {L"Close [a]"}, {L"Close a.dwg"}, {}, {}},
 };
 // clang-format on
 
@@ -178,17 +192,26 @@ TEST_P(ChosenRow, DoWhatTheySay) {
     host.Activate(b);
     WriteWorkSets("[Proj.A]\nFile1=" + ToUtf8(Drawing(L"w1.dwg")) + ",1\nFile2=" +
                   ToUtf8(Drawing(L"w2.dwg")) + ",0\n");
+    std::filesystem::create_directories(scratch.Path() / "sheets");
+    scratch.Write(L"sheets/tower.dst", "name Tower\nsheet A1|1|Plan||" + ToUtf8(scratch.File(L"w2.dwg")) + "\n");
+    Bar().m_strSsSearchPath = scratch.File(L"sheets/");
+    if (c.setUp != nullptr)
+        c.setUp(*this);
     Texts path = c.path;
     if (path.back().starts_with(L"%"))
         path.back() = scratch.File(path.back().substr(1));
     const std::size_t logged = host.AutomationLog().size();
     const std::size_t documents = host.Documents().size();
 
-    RightClick(c.onDrawing ? a : nullptr, path);
+    RightClick(c.on == nullptr ? nullptr : std::wstring(c.on) == L"a" ? a : b, path);
 
-    EXPECT_EQ(Texts(host.AutomationLog().begin() + static_cast<long>(logged),
-                    host.AutomationLog().end()),
-              c.log);
+    Texts log(host.AutomationLog().begin() + static_cast<long>(logged),
+              host.AutomationLog().end());
+    for (std::wstring& call : log) {
+        if (std::size_t at = call.find(scratch.Folder()); at != std::wstring::npos)
+            call.replace(at, scratch.Folder().size(), L"%");
+    }
+    EXPECT_EQ(log, c.log);
     Texts opened;
     for (std::size_t i = documents; i < host.Documents().size(); ++i) {
         HostDocument* doc = host.Documents()[i];
