@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "ports/drawing_summary.h"
 #include "ports/host_database.h"
 
 struct SimDbObject {
@@ -95,6 +96,10 @@ public:
     SimDbObject& Object(DbObjectId id) { return m_objects.at(id); }
     const SimDbObject& Object(DbObjectId id) const { return m_objects.at(id); }
     int OpenCount() const;  // objects still open: a leak in the caller
+
+    // The drawing's properties; a database without its summary record gives none.
+    DrawingSummary summary;
+    bool hasSummary = true;
 
 private:
     DbObjectId Add(DbClass cls, DbObjectId owner, const std::wstring& name);

@@ -37,6 +37,15 @@ void SimDatabasePort::Unregister(SimDatabase* db) {
     std::erase_if(m_handles, [db](const auto& entry) { return entry.second.db == db; });
 }
 
+bool SimDatabasePort::Read(HostDatabase* db, DrawingSummary& summary) {
+    SimDatabase* sim = SimDatabase::From(db);
+    if (std::find(m_databases.begin(), m_databases.end(), sim) == m_databases.end() ||
+        !sim->hasSummary)
+        return false;
+    summary = sim->summary;
+    return true;
+}
+
 SimDatabase* SimDatabasePort::Owner(DbObjectId id) const {
     for (SimDatabase* db : m_databases) {
         if (db->Has(id))

@@ -6,10 +6,14 @@
 #include <vector>
 
 #include "platform/sim/sim_database.h"
+#include "ports/drawing_summary.h"
 #include "ports/host_database.h"
 
-class SimDatabasePort : public HostDatabasePort {
+class SimDatabasePort : public HostDatabasePort, public DrawingSummaries {
 public:
+    // A database the host doesn't know has no summary to give.
+    bool Read(HostDatabase* db, DrawingSummary& summary) override;
+
     void Register(SimDatabase* db) { m_databases.push_back(db); }
     void Unregister(SimDatabase* db);
     void SetWorkingDatabase(SimDatabase* db) { m_working = db; }

@@ -48,6 +48,7 @@ SimHost::SimHost()
                    {L"CPROFILE", L"<<Unnamed Profile>>"},
                    {L"SSMAUTOOPEN", L"1"},
                    {L"BACKGROUNDPLOT", L"2"}};
+    m_windows.SetMessageLoop([this](const HostMessage& message) { RunWatchers(message); });
 }
 
 SimHost::~SimHost() = default;
@@ -402,10 +403,14 @@ void SimHost::RemoveMessageWatcher(HostMessageWatcher watcher) {
     std::erase(m_watchers, watcher);
 }
 
-void SimHost::PumpMessage(const HostMessage& message) {
+void SimHost::RunWatchers(const HostMessage& message) {
     auto watchers = m_watchers;  // a watcher may remove itself
     for (HostMessageWatcher watcher : watchers)
         watcher(message);
+}
+
+void SimHost::PumpMessage(const HostMessage& message) {
+    RunWatchers(message);
     m_windows.Send(message.window, message.message, message.wParam, message.lParam);
 }
 

@@ -24,6 +24,7 @@
 #include "platform/sim/sim_sheet_sets.h"
 #include "platform/sim/sim_system_look.h"
 #include "platform/sim/sim_tab_control.h"
+#include "platform/sim/sim_tool_tips.h"
 #include "platform/sim/canvas/sim_theme.h"
 #include "platform/sim/sim_window_system.h"
 #include "ports/com_error.h"
@@ -177,6 +178,7 @@ public:
     // windows go when the test destroys the frame, as the host does last.
     void Quit() { m_quitting = true; }
     // One message of the main loop: every registered watcher sees it first, then the window.
+    // The mouse of the window system (SimWindowSystem::Mouse) comes through the same loop.
     void PumpMessage(const HostMessage& message);
 
     // --- what a test sets up ---
@@ -233,6 +235,7 @@ public:
     SimRegistry& Registry() { return m_registry; }
     SimTabControl& TabControl() { return m_tabControls; }
     SimPopupMenus& Menus() { return m_menus; }
+    SimToolTips& ToolTipControls() { return m_toolTips; }
     // The visual styles, on at start; a test turns them off as a user would.
     SimTheme& VisualStyles() { return m_theme; }
     SimDocument& Document(HostDocument* doc);
@@ -408,12 +411,15 @@ private:
         FireAll(m_docReactors, fire);
     }
 
+    void RunWatchers(const HostMessage& message);
+
     SimWindowSystem m_windows;
     SimDatabasePort m_databasePort;
     SimRegistry m_registry;
     SimSystemLook m_look;
     SimTabControl m_tabControls{m_windows};
     SimPopupMenus m_menus{m_windows};
+    SimToolTips m_toolTips{m_windows};
     SimTheme m_theme;
     std::vector<std::unique_ptr<SimDocument>> m_documents;
     HostDocument* m_active = nullptr;   // the MDI-active document
@@ -497,4 +503,6 @@ private:
     SimSheetSets m_sheetSets{m_sheetSetManagers};
     ScopedPort<SheetSets> m_sheetSetsPort{m_sheetSets};
     ScopedPort<SheetSelectionDialog> m_sheetSelectionPort{m_sheetSets};
+    ScopedPort<ToolTips> m_toolTipsPort{m_toolTips};
+    ScopedPort<DrawingSummaries> m_summariesPort{m_databasePort};
 };

@@ -62,7 +62,11 @@ HostWindow* SimWindowSystem::CreateChild(HostWindow* parent, const std::wstring&
                                          const win::RECT& rect, unsigned style) {
     if (parent != nullptr && !IsWindow(parent))
         return nullptr;
-    return Make(parent, className, rect, style);
+    if ((style & ws::kChild) != 0 || parent == nullptr)
+        return Make(parent, className, rect, style);
+    HostWindow* popup = Make(nullptr, className, rect, style);
+    Window(popup).owner = parent;
+    return popup;
 }
 
 HostWindow* SimWindowSystem::CreateChild(const ChildWindowSpec& spec) {
@@ -85,14 +89,22 @@ HostWindow* SimWindowSystem::CreateChild(const ChildWindowSpec& spec) {
 }
 
 void SimWindowSystem::Destroy(HostWindow* window) {
-    if (!IsWindow(window))
+    if (!IsWindow(window) || Window(window).dying)
         return;
-    std::vector<HostWindow*> children;
-    for (auto& [handle, w] : m_windows) {
-        if (w->parent == window)
-            children.push_back(handle);
-    }
-    for (HostWindow* child : children)
+    Window(window).dying = true;
+    // Owned popups go first; then WM_DESTROY reaches the window before its children.
+    const auto related = [this](HostWindow* window, HostWindow* SimWindow::*link) {
+        std::vector<HostWindow*> found;
+        for (auto& [handle, w] : m_windows) {
+            if ((*w).*link == window)
+                found.push_back(handle);
+        }
+        return found;
+    };
+    for (HostWindow* owned : related(window, &SimWindow::owner))
+        Destroy(owned);
+    Send(window, wm::kDestroy, 0, 0);
+    for (HostWindow* child : related(window, &SimWindow::parent))
         Destroy(child);
     // The last message a window gets; it is still a window while it handles it.
     Send(window, wm::kNcDestroy, 0, 0);
@@ -312,9 +324,15 @@ std::intptr_t SimWindowSystem::DefaultProcedure(HostWindow* window, unsigned mes
     // child's cursor is its parent's to set first, then the class cursor (an arrow for every
     // class here); a right button's release asks the window for its context menu at the
     // screen point, which a child that has none hands to its parent; a position change is
-    // accepted as it stands, and every other message is answered 0.
+    // accepted as it stands; a modeless dialog ends (hides) on Enter's IDOK and Esc's
+    // IDCANCEL; every other message is answered 0.
     if (message == wm::kPaint)
         PaintOwn(window);
+    if (message == wm::kNcActivate)
+        Window(window).captionActive = wParam != 0;
+    if (message == wm::kCommand && Window(window).className == ws::kDialogClass &&
+        (wParam == 1 || wParam == 2))
+        Show(window, false);
     if (message == wm::kRButtonUp) {
         const win::POINT screen = ClientToScreen(window, PointOf(lParam));
         Send(window, wm::kContextMenu, reinterpret_cast<std::uintptr_t>(window),
@@ -366,6 +384,13 @@ MsgResult SimWindowSystem::Dispatch(WindowHandler& handler, unsigned message,
         case wm::kDestroy: return handler.OnDestroy();
         case wm::kNcDestroy: return handler.OnNcDestroy();
         case wm::kClose: return handler.OnClose();
+        case wm::kNcActivate: return handler.OnNcActivate(wParam != 0);
+        case wm::kSizing:
+            if (lParam == 0)
+                return MsgResult::NotHandled();
+            return handler.OnSizing(static_cast<unsigned>(wParam),
+                                    *reinterpret_cast<win::RECT*>(lParam));
+        case wm::kExitSizeMove: return handler.OnExitSizeMove();
         case wm::kSize:
             return handler.OnSize(static_cast<unsigned>(wParam),
                                   win::SIZE{static_cast<std::int32_t>(LowWord(lWord)),
@@ -692,6 +717,11 @@ HostWindow* SimWindowSystem::Mouse(unsigned message, win::POINT screen, unsigned
     const win::POINT client = ScreenToClient(target, screen);
     const auto packed = (static_cast<std::uint32_t>(client.y & 0xFFFF) << 16) |
                         static_cast<std::uint32_t>(client.x & 0xFFFF);
+    const HostMessage posted{target, message, keys, static_cast<std::intptr_t>(packed)};
+    if (m_loop)
+        m_loop(posted);
+    if (!IsWindow(target))
+        return nullptr;
     Send(target, message, keys, static_cast<std::intptr_t>(packed));
     return target;
 }

@@ -15,12 +15,14 @@
 // each clipped to its ancestors, into one picture of the frame. The host's own windows (frame,
 // MDI client, command window) and any window whose handler leaves WM_PAINT alone are painted by
 // the default procedure, in the look of their class.
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "platform/sim/canvas/software_canvas.h"
+#include "ports/window_messages.h"
 #include "ports/window_procedures.h"
 #include "ports/window_system.h"
 
@@ -56,6 +58,9 @@ struct SimWindow {
     int pictureHeight = 0;
     std::vector<std::uint8_t> picture;
     int paints = 0;  // paint scopes ended
+    HostWindow* owner = nullptr;  // a popup dies with the window that owns it
+    bool dying = false;           // inside its destruction, which a second Destroy leaves alone
+    bool captionActive = true;    // as the last WM_NCACTIVATE that reached the default left it
 };
 
 class SimWindowSystem : public WindowSystem, public WindowProcedures {
@@ -98,6 +103,11 @@ public:
     // Every visible window painted, and the frame's picture made of theirs.
     std::unique_ptr<SoftwareCanvas> PaintScreen();
     void SetCursorPos(win::POINT screen) { m_cursorPos = screen; }
+    // The main loop's look at each mouse message before the window gets it (the host's
+    // PreTranslateMessage and its watchers); sent messages such as WM_SETCURSOR pass it by.
+    void SetMessageLoop(std::function<void(const HostMessage&)> loop) { m_loop = std::move(loop); }
+    // The time of the window system's clock, in ms.
+    long long Now() const { return m_now; }
 
     HostWindow* HostFrame() override { return m_frame; }
     HostWindow* DockedCommandLine() override { return m_cmdLine; }
@@ -185,4 +195,5 @@ private:
     HostWindow* m_cmdContainer = nullptr;
     HostWindow* m_cmdWnd = nullptr;
     HostWindow* m_cmdLine = nullptr;
+    std::function<void(const HostMessage&)> m_loop;
 };

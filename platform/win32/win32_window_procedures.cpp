@@ -48,6 +48,13 @@ MsgResult PositionChanging(WindowHandler& handler, ::WINDOWPOS& raw) {
     return result;
 }
 
+MsgResult Sizing(WindowHandler& handler, unsigned edge, ::RECT& raw) {
+    win::RECT rect{raw.left, raw.top, raw.right, raw.bottom};
+    const MsgResult result = handler.OnSizing(edge, rect);
+    raw = ::RECT{rect.left, rect.top, rect.right, rect.bottom};
+    return result;
+}
+
 MsgResult Decode(WindowHandler& handler, UINT message, WPARAM wParam, LPARAM lParam) {
     const auto control = static_cast<std::uintptr_t>(lParam);
     switch (message) {
@@ -55,6 +62,12 @@ MsgResult Decode(WindowHandler& handler, UINT message, WPARAM wParam, LPARAM lPa
         case WM_DESTROY: return handler.OnDestroy();
         case WM_NCDESTROY: return handler.OnNcDestroy();
         case WM_CLOSE: return handler.OnClose();
+        case WM_NCACTIVATE: return handler.OnNcActivate(wParam != 0);
+        case WM_SIZING:
+            if (lParam == 0)
+                return MsgResult::NotHandled();
+            return Sizing(handler, static_cast<unsigned>(wParam), *reinterpret_cast<::RECT*>(lParam));
+        case WM_EXITSIZEMOVE: return handler.OnExitSizeMove();
         case WM_SIZE:
             return handler.OnSize(static_cast<unsigned>(wParam),
                                   win::SIZE{LOWORD(lParam), HIWORD(lParam)});

@@ -25,6 +25,7 @@ HvTabrow::HvTabrow(const BarContext& context)
     m_hArrowCursor = windows.StandardCursor(idc::kArrow);
     m_hSizeNSCursor = windows.StandardCursor(idc::kSizeNS);
     m_hSizeWECursor = windows.StandardCursor(idc::kSizeWE);
+    m_tracker.m_nStyle = TrRectTracker::hatchedBorder;
     LoadSettings();
     // The image adjustments act from the next grab on, whenever they were changed.
     m_palette.m_readAdjustments = [this](bool bDarkBack) {
@@ -41,10 +42,12 @@ HvTabrow::HvTabrow(const BarContext& context)
 
 HvTabrow::~HvTabrow() {
     WindowSystem& windows = Use<WindowSystem>();
-    if (m_hFloatWnd != nullptr)
-        windows.Destroy(m_hFloatWnd);  // takes the bar with it
+    // The bar's window takes its tip controls and, in its WM_DESTROY, the floating window.
     if (m_hWnd != nullptr)
         windows.Destroy(m_hWnd);
+    // Left when the host's frame took the bar's window before.
+    if (m_floatDlg.m_hWnd != nullptr)
+        windows.Destroy(m_floatDlg.m_hWnd);
 }
 
 void HvTabrow::LoadSettings() {
@@ -86,8 +89,8 @@ bool HvTabrow::Create() {
 void HvTabrow::ShowBar() {
     WindowSystem& windows = Use<WindowSystem>();
     if (m_bFloating != 0) {
-        if (m_hFloatWnd != nullptr)
-            windows.Show(m_hFloatWnd, true);
+        if (m_floatDlg.m_hWnd != nullptr)
+            windows.Show(m_floatDlg.m_hWnd, true);
     } else if (m_hWnd != nullptr) {
         windows.Show(m_hWnd, true);
         RefreshHostLayout(g_hwndFrame);  // only a docked bar takes room from the host
@@ -97,8 +100,8 @@ void HvTabrow::ShowBar() {
 void HvTabrow::HideBar() {
     WindowSystem& windows = Use<WindowSystem>();
     if (m_bFloating != 0) {
-        if (m_hFloatWnd != nullptr)
-            windows.Show(m_hFloatWnd, false);
+        if (m_floatDlg.m_hWnd != nullptr)
+            windows.Show(m_floatDlg.m_hWnd, false);
     } else if (m_hWnd != nullptr) {
         windows.Show(m_hWnd, false);
         RefreshHostLayout(g_hwndFrame);
@@ -110,12 +113,18 @@ bool HvTabrow::IsBarVisible() const {
 }
 
 void HvTabrow::CenterFloating() {
-    if (m_hFloatWnd != nullptr)
-        Use<WindowSystem>().CenterInScreen(m_hFloatWnd);
+    if (m_floatDlg.m_hWnd != nullptr)
+        Use<WindowSystem>().CenterInScreen(m_floatDlg.m_hWnd);
 }
 
 MsgResult HvTabrow::OnClose() {
     return MsgResult::Handled();
+}
+
+MsgResult HvTabrow::OnDestroy() {
+    if (m_floatDlg.m_hWnd != nullptr)
+        Use<WindowSystem>().Destroy(m_floatDlg.m_hWnd);
+    return MsgResult::NotHandled();
 }
 
 MsgResult HvTabrow::OnKeepFocus() {

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -15,6 +16,8 @@
 #include "bar/drawing_contents.h"
 #include "bar/editor_reactor.h"
 #include "bar/list_dialog.h"
+#include "bar/rect_tracker.h"
+#include "bar/tr_float_dlg.h"
 #include "foundation/file_entry.h"
 #include "ports/popup_menu.h"
 #include "ports/window_handler.h"
@@ -27,6 +30,8 @@ class HvRegImpl;
 struct HostApplication;
 struct HostCursor;
 struct HostDocument;
+struct HostMessage;
+struct HostToolTip;
 struct HostWindow;
 
 // What the bar is given when it is made: the settings store it loads from and writes to, the
@@ -60,7 +65,16 @@ public:
     // parent (the frame or the command window's container), and the host lays out anew.
     void SetDockSide(int side, bool bRefresh);
     void SetTabFont(const win::LOGFONTW& font, bool bRedraw);
+    // The tip controls take the tip settings; the tools follow the tabs in tab mode, the
+    // palette's cells in preview mode.
     void RefreshTips();
+    // The palette's cells get one tool each, on their rectangles, id index plus 1.
+    void RefreshCellTips();
+    // The name or path of the drawing and, as set, its summary properties.
+    std::wstring GetTipText(HostDocument* doc);
+    // Every message of the bar and its children passes here before the window gets it: the
+    // mouse goes on to both tip controls.
+    void PreTranslateMessage(const HostMessage& message);
 
     // The two lists, fed by the host's document events whichever view shows. Each does
     // nothing before the bar's children exist.
@@ -90,6 +104,8 @@ public:
     void DoubleClicked(unsigned keys);
     // A close message is ignored, so the bar can't be closed by a message.
     MsgResult OnClose() override;
+    // The floating window goes with the bar.
+    MsgResult OnDestroy() override;
     MsgResult OnKeepFocus() override;
     // The bar's own surface, which shows while neither view does: with no drawing open, the
     // product's line on a tinted strip. The paint covers the whole client area, so the
@@ -156,7 +172,7 @@ public:
     int GetOpenDocumentCount();
 
     HostWindow* GetSafeHwnd() const { return m_hWnd; }
-    HostWindow* FloatingWindow() const { return m_hFloatWnd; }
+    HostWindow* FloatingWindow() const { return m_floatDlg.m_hWnd; }
     // The drawing whose tab is selected, or null.
     HostDocument* ActiveDocument();
 
@@ -170,6 +186,13 @@ public:
     double m_dHostVersion = 0;  // the host's release number, from its release text
     HvTrEditorReactor m_editorReactor{this};
     HvTrDocManagerReactor m_docManagerReactor{this};
+    // Both owned by the bar's window, which takes them with it. m_tip holds the tools of the
+    // tabs and of the cells; m_tipPalette only shares its settings.
+    HostToolTip* m_tip = nullptr;
+    HostToolTip* m_tipPalette = nullptr;
+    TrFloatDlg m_floatDlg{*this};
+    // Only notes which drawings asked for a tip: nothing stores a text in it.
+    std::map<HostDocument*, std::wstring> m_TipTexts;
     std::int32_t m_bCreated = 0;    // the children exist
     std::int32_t m_nTabRows = 1;    // the tab control's rows as last seen
     std::uint8_t m_bResizing = 0;   // a drag of the bar's edge is under way
@@ -196,6 +219,7 @@ public:
     HostCursor* m_hArrowCursor = nullptr;
     HostCursor* m_hSizeNSCursor = nullptr;
     HostCursor* m_hSizeWECursor = nullptr;
+    TrRectTracker m_tracker;
 
     // The ids of the bar's window and its two children.
     static constexpr int kBarId = 11265;
@@ -226,6 +250,8 @@ private:
     }
     bool CreateViews();
     void ShowViews(bool anyOpen);
+    // Deletes the tools of `window`, ids 1 to the control's tool count.
+    void RemoveTools(HostWindow* window);
     // RelayoutMdiClient or RelayoutCmdWnd, by the dock side.
     void RelayoutDocked();
     // The cursor of the edge that can be dragged on the dock side, when `point` (client
@@ -235,5 +261,4 @@ private:
     std::wstring m_strAppDataFolder;
     HostApplication* m_pHostApp = nullptr;  // not owned
     HostWindow* m_hWnd = nullptr;           // owned: destroyed with the bar
-    HostWindow* m_hFloatWnd = nullptr;      // owned; hidden while docked
 };

@@ -52,15 +52,7 @@ void HvTabrow::SetTabMode(bool bTabs, bool bRefresh) {
     }
     if (bRefresh && m_bFloating == 0)
         RelayoutDocked();
-}
-
-// The tips themselves hang on the tab rectangles; what the list changes is when they must be
-// renewed. In preview mode the palette repaints instead.
-void HvTabrow::RefreshTips() {
-    if (m_bCreated == 0)
-        return;
-    if (m_bTabMode == 0)
-        Use<WindowSystem>().Redraw(m_palette.m_hWnd, kRedrawNow);
+    RefreshTips();  // the tools follow the view that shows
 }
 
 void HvTabrow::BuildDocumentList() {

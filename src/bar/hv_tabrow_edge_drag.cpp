@@ -57,7 +57,8 @@ MsgResult HvTabrow::OnSetCursor(HostWindow*, unsigned, unsigned mouseMessage) {
 MsgResult HvTabrow::OnMouseMove(win::POINT point, unsigned) {
     if (m_bResizing == 0)
         return MsgResult::NotHandled();
-    const win::RECT client = Use<WindowSystem>().RectInParent(m_hWnd);
+    WindowSystem& windows = Use<WindowSystem>();
+    const win::RECT client = windows.RectInParent(m_hWnd);
     win::RECT rc{0, 0, client.Width(), client.Height()};
     switch (m_nDockSide) {
         case dock::kTop:
@@ -83,6 +84,9 @@ MsgResult HvTabrow::OnMouseMove(win::POINT point, unsigned) {
         m_nSize = rc.Height();
     else
         m_nSize = rc.Width();
+    // The bar holds the capture, so the tracker returns at once: no band follows the mouse.
+    m_tracker.m_rect = windows.ScreenRect(m_hWnd);
+    m_tracker.Track(m_hWnd, point);
     return MsgResult::NotHandled();
 }
 

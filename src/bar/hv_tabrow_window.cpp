@@ -7,6 +7,7 @@
 #include "ports/port.h"
 #include "ports/system_look.h"
 #include "ports/tab_control.h"
+#include "ports/tool_tips.h"
 #include "ports/window_system.h"
 #include "settings/reg_impl.h"
 #include "settings/settings_keys.h"
@@ -18,9 +19,6 @@ constexpr unsigned kTabControlStyle =
 static_assert(kTabControlStyle == 0x40002A40);
 
 constexpr unsigned kRedrawNow = ws::kRdwInvalidate | ws::kRdwErase | ws::kRdwUpdateNow;
-
-// Where the floating window first stands, until the floating window remembers its own place.
-constexpr win::RECT kFloatingRect{100, 100, 700, 130};
 
 // A font setting, or the stock GUI font when it holds no valid value.
 win::LOGFONTW FontSetting(const HvRegImpl& store, const wchar_t* key) {
@@ -56,13 +54,18 @@ void TabSideStyle(int side, unsigned& remove, unsigned& add) {
 
 MsgResult HvTabrow::OnCreate() {
     WindowSystem& windows = Use<WindowSystem>();
+    if (IsInstalled<ToolTips>()) {
+        m_tip = Use<ToolTips>().Create(m_hWnd);
+        m_tipPalette = Use<ToolTips>().Create(m_hWnd);
+    }
+    RefreshTips();  // with m_bCreated still clear, only the delays and the width
     // Failures are not reported: the bar stays without children and m_bCreated clear.
     if (!CreateViews())
         return MsgResult::Handled(0);
     m_lfLabelFont = FontSetting(m_store, keys::kLabelFont);
     windows.SetFont(m_palette.m_hWnd, m_lfLabelFont, false);
     SetTabFont(FontSetting(m_store, keys::kTabFont), false);
-    m_hFloatWnd = windows.CreateChild(nullptr, L"HvTrFloatWnd", kFloatingRect, 0);
+    m_floatDlg.Create(TrFloatDlg::kTemplateId, g_hwndFrame);
     m_palette.UpdateColors();
     m_bCreated = 1;
     SetTabMode(m_store.GetInt(keys::kRoot, keys::kTabMode, m_bTabMode) >= 1, false);
@@ -119,17 +122,17 @@ void HvTabrow::RelayoutDocked() {
 
 void HvTabrow::SetFloating(bool bFloating, bool bRefresh) {
     m_bFloating = bFloating ? 1 : 0;
-    if (m_bCreated == 0 || m_hFloatWnd == nullptr)
+    if (m_bCreated == 0 || m_floatDlg.m_hWnd == nullptr)
         return;
     WindowSystem& windows = Use<WindowSystem>();
     if (!bFloating) {
-        windows.Show(m_hFloatWnd, false);
+        windows.Show(m_floatDlg.m_hWnd, false);
         SetDockSide(m_nDockSide, bRefresh);
         return;
     }
-    windows.SetParent(m_hWnd, m_hFloatWnd);
-    windows.Show(m_hFloatWnd, true);
-    const win::RECT room = windows.RectInParent(m_hFloatWnd);
+    windows.SetParent(m_hWnd, m_floatDlg.m_hWnd);
+    windows.Show(m_floatDlg.m_hWnd, true);
+    const win::RECT room = windows.RectInParent(m_floatDlg.m_hWnd);
     windows.Move(m_hWnd, win::RECT{0, 0, room.Width(), room.Height()}, true);
     windows.Redraw(m_hWnd, kRedrawNow);
     // The host's window gets back the room the docked bar took.
@@ -204,6 +207,9 @@ MsgResult HvTabrow::OnSize(unsigned, win::SIZE client) {
     windows.Move(m_palette.m_hWnd, rcPal, false);
     windows.Move(m_tabCtrl.m_hWnd, rcTab, true);
     m_nTabRows = Use<TabControls>().RowCount(m_tabCtrl.m_hWnd);
+    // The tabs' tools hang on rectangles that a new size moves.
+    if (m_bTabMode != 0)
+        RefreshTips();
     windows.Redraw(g_hwndFrame, kRedrawNow);
     return MsgResult::Handled();
 }

@@ -13,6 +13,8 @@ HostWindow* PaletteWindow() {
 }
 
 void Watch(const HostMessage& message) {
+    if (g_pTabrow != nullptr)
+        g_pTabrow->PreTranslateMessage(message);  // the bar's tips see the mouse
     switch (message.message) {
     case wm::kMButtonUp:
     case wm::kMouseWheel:

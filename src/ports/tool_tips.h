@@ -24,8 +24,8 @@ constexpr int kAutoPop = 2;
 constexpr int kInitial = 3;
 }  // namespace ttdt
 
-// Asked for a tool's text when its tip is about to show (LPSTR_TEXTCALLBACK answered through
-// TTN_GETDISPINFO). Not owned by the control; it must outlive the tools that name it.
+// Asked for a tool's text before its tip shows, so that the text is fresh each time the mouse
+// comes onto the tool. Not owned by the control; it must outlive the tools that name it.
 class ToolTipTextSource {
 public:
     virtual ~ToolTipTextSource() = default;

@@ -44,6 +44,11 @@ public:
     // The last message a window gets; it is still a window while it handles it.
     virtual MsgResult OnNcDestroy() { return {}; }
     virtual MsgResult OnClose() { return {}; }
+    // The caption is to be drawn active or inactive; the default draws it.
+    virtual MsgResult OnNcActivate(bool /*active*/) { return {}; }
+    // The user drags an edge (`edge` a WMSZ_ value); `rect`, in screen coordinates, may change.
+    virtual MsgResult OnSizing(unsigned /*edge*/, win::RECT& /*rect*/) { return {}; }
+    virtual MsgResult OnExitSizeMove() { return {}; }
     // `type` is SIZE_RESTORED, SIZE_MINIMIZED ...; `client` the new client area's size.
     virtual MsgResult OnSize(unsigned /*type*/, win::SIZE /*client*/) { return {}; }
     virtual MsgResult OnPaint() { return {}; }

@@ -18,6 +18,7 @@ constexpr unsigned kWindowPosChanging = 0x0046;
 constexpr unsigned kNotify = 0x004E;
 constexpr unsigned kContextMenu = 0x007B;
 constexpr unsigned kNcDestroy = 0x0082;
+constexpr unsigned kNcActivate = 0x0086;
 constexpr unsigned kNcHitTest = 0x0084;
 constexpr unsigned kCommand = 0x0111;
 constexpr unsigned kTimer = 0x0113;
@@ -32,6 +33,8 @@ constexpr unsigned kRButtonDown = 0x0204;
 constexpr unsigned kRButtonUp = 0x0205;
 constexpr unsigned kMButtonUp = 0x0208;
 constexpr unsigned kMouseWheel = 0x020A;
+constexpr unsigned kSizing = 0x0214;
+constexpr unsigned kExitSizeMove = 0x0232;
 constexpr unsigned kUser = 0x0400;
 // The host asks a modeless window whether it wants to keep the keyboard focus.
 constexpr unsigned kAcadKeepFocus = 0x7101;

@@ -22,11 +22,16 @@ constexpr int kSmCyCaption = 4;
 constexpr unsigned kChild = 0x40000000;
 constexpr unsigned kVisible = 0x10000000;
 constexpr unsigned kClipChildren = 0x02000000;
+constexpr unsigned kPopup = 0x80000000;
+constexpr unsigned kCaption = 0x00C00000;
+constexpr unsigned kThickFrame = 0x00040000;
 // RedrawWindow flags.
 constexpr unsigned kRdwInvalidate = 0x0001;
 constexpr unsigned kRdwErase = 0x0004;
 constexpr unsigned kRdwAllChildren = 0x0080;
 constexpr unsigned kRdwUpdateNow = 0x0100;
+// The window class of dialogs.
+inline constexpr wchar_t kDialogClass[] = L"#32770";
 // WM_NCHITTEST answer for the client area.
 constexpr unsigned kHtClient = 1;
 }  // namespace ws
@@ -39,7 +44,9 @@ constexpr int kSizeNS = 32645;
 }  // namespace idc
 
 // A child window as CreateWindowEx makes it. With a handler, the window's messages go to it from
-// WM_CREATE on; an answer of -1 to WM_CREATE destroys the window and the creation fails.
+// WM_CREATE on; an answer of -1 to WM_CREATE destroys the window and the creation fails. A window
+// without ws::kChild is a popup: its rectangle is in screen coordinates and `parent`, when given,
+// is its owner, which destroys it before itself.
 struct ChildWindowSpec {
     HostWindow* parent = nullptr;
     std::wstring className;

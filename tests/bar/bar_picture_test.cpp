@@ -1,7 +1,8 @@
 // Pictures of the host's window with the bar in tab mode: every dock side, the styles on and
 // off, no drawing, one and twelve. Each picture is saved beside the test program as
 // screen-SIDE-theme|plain-N.png; the checks look at the pixels that tell the cases apart, and a
-// few cases are compared whole with reference pictures kept in pictures/ beside this file.
+// few cases are compared whole with reference pictures kept in pictures/ beside this file, as
+// is the bar floating in its own window with a tip.
 
 #include <algorithm>
 #include <cstdint>
@@ -17,6 +18,7 @@
 #include "platform/sim/canvas/freetype_font_rasteriser.h"
 #include "platform/sim/sim_drawing_view.h"
 #include "ports/com_error.h"
+#include "ports/window_messages.h"
 #include "support/png_writer.h"
 #include "tools/dwgthumb/png_codec.h"
 #include "views/empty_bar_painter.h"
@@ -192,4 +194,29 @@ TEST_F(BarPictures, AFailedCountPaintsNoBarAndSaysSoWhileTheHostPaintsOnce) {
     EXPECT_EQ(windows.Window(windows.HostFrame()).paints, framePaints + 1);
     EXPECT_NE(host.CommandLineText().find(L"Error in HvTabrow::OnPaint() - count refused\n"),
               std::wstring::npos);
+}
+
+TEST_F(BarPictures, ShowTheBarFloatingInItsOwnWindowWithATipUnderTheMouse) {
+    Store(L"Floating", 1);
+    Store(L"TipDelay", 100);
+    for (int i = 1; i <= 3; ++i)
+        host.OpenDrawing(L"C:\\jobs\\level-" + std::to_wstring(i) + L"-floor-plan.dwg");
+    Start(dock::kTop);
+    SimWindowSystem& windows = host.Windows();
+    HostWindow* floating = Bar().FloatingWindow();
+    windows.Move(floating, {200, 150, 620, 230}, true);
+    win::RECT tab;
+    ASSERT_TRUE(host.TabControl().ItemRect(Tabs(), 0, tab));
+    windows.Mouse(wm::kMouseMove, windows.ClientToScreen(Tabs(), {tab.left + 20, tab.top + 8}));
+    windows.Elapse(100);
+    Paint("screen-floating-tip.png");
+    EXPECT_TRUE(LooksLike(*screen, "floating-tabs-tip.png",
+                          BesideProgram("screen-floating-tip.png").string()));
+    // The drawing area keeps all its room; the bar's tabs and the tip show in the window.
+    EXPECT_EQ(Place(Bar().GetSafeHwnd()), (win::RECT{200, 150, 620, 230}));
+    EXPECT_EQ(Place(host.Windows().MdiClient()).top, SimWindowSystem::kToolbarsHeight);
+    EXPECT_FALSE(DarkBounds(Place(Tabs())).IsEmpty());
+    const win::RECT box = windows.ScreenRect(host.ToolTipControls().Find(Bar().m_tip)->popup);
+    EXPECT_GT(Count(box, 0xE1FFFF), box.Width() * box.Height() / 2);
+    EXPECT_FALSE(DarkBounds(box).IsEmpty());  // the drawing's name
 }

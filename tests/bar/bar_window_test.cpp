@@ -216,7 +216,7 @@ TEST_F(BarWindowSession, TheInnerEdgeDragsThePreviewsThicknessWhereTheBarAllowsI
         // Where the edge can't be dragged the children's cursor stays, and nothing is written.
         {dock::kLeft, kLocked, {99, 400}, {150, 400}, idc::kArrow, L"Size", -1, {0, 60, 100, 880}},
         {dock::kTop, kTabs, {900, 85}, {900, 200}, idc::kArrow, L"Size", -1, {0, 60, 1920, 86}},
-        {dock::kLeft, kFloating, {699, 115}, {750, 115}, idc::kArrow, L"Size", -1, {0, 0, 600, 30}},
+        {dock::kLeft, kFloating, {299, 110}, {350, 110}, idc::kArrow, L"Size", -1, {0, 0, 300, 100}},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(testing::Message() << c.side << " blocked by " << c.block);
@@ -266,7 +266,7 @@ TEST_F(BarWindowSession, TheBarMovesBetweenParentsWhenItDocksInTheCommandWindowO
     const Step steps[] = {
         {dock::kCmdWndLeft, false, g_hwndCmdContainer, {0, 0, 300, 140}, {300, 0, 1920, 140}},
         {dock::kLeft, false, g_hwndFrame, {0, 60, 100, 880}, {100, 60, 1920, 880}},
-        {dock::kRight, true, nullptr, {0, 0, 600, 30}, kMdiRoom},
+        {dock::kRight, true, nullptr, {0, 0, 300, 100}, kMdiRoom},
         {dock::kRight, false, g_hwndFrame, {1820, 60, 1920, 880}, {0, 60, 1820, 880}},
     };
     for (const Step& step : steps) {

@@ -1,7 +1,7 @@
 // A user's session on the simulated host, told step by step: the module loaded by APPLOAD,
-// drawings opened, edited, saved under a new name, switched by a click on a tab, closed. After
-// each step it prints the bar's tabs (the selected one in brackets), the previews' order and
-// where the bar and the drawing area are in the frame. Given a picture folder, it also paints
+// drawings opened, edited, saved under a new name, switched by a click on a tab, closed, and the
+// bar floated with a tab's tip showing. After each step it prints the bar's tabs (the selected
+// one in brackets), the previews' order and where the bar and the drawing area are in the frame. Given a picture folder, it also paints
 // the host's window after each step and saves it there as a PNG file.
 //
 // Usage: tabrow-session <scratch folder> [dock side 59419..59425] [sort 0..2] [picture folder]
@@ -19,6 +19,7 @@
 #include "host/tabrow_app.h"
 #include "platform/sim/sim_file_system.h"
 #include "platform/sim/sim_host.h"
+#include "ports/window_messages.h"
 #include "settings/settings_keys.h"
 #include "tools/dwgthumb/png_codec.h"
 #ifdef TABROW_HAS_FREETYPE
@@ -114,6 +115,23 @@ public:
         m_host.TabControl().Click(tabs.m_hWnd, tabs.FindDocument(doc));
     }
 
+    // The bar moves into its floating window, which the user drags beside the drawing area,
+    // and the mouse rests on the tab of `doc` until its tip shows.
+    void Float(HostDocument* doc) {
+        SimWindowSystem& windows = m_host.Windows();
+        g_pTabrow->m_bShowDwgPropsInTips = 1;
+        g_pTabrow->SetFloating(true, true);
+        HostWindow* floating = g_pTabrow->FloatingWindow();
+        windows.Move(floating, {560, 260, 1360, 340}, true);
+        HvDwgTabCtrl& tabs = g_pTabrow->m_tabCtrl;
+        win::RECT tab;
+        m_host.TabControl().ItemRect(tabs.m_hWnd, tabs.FindDocument(doc), tab);
+        windows.Mouse(wm::kMouseMove, windows.ClientToScreen(tabs.m_hWnd, {tab.left + 12, tab.top + 8}));
+        windows.Elapse(static_cast<unsigned>(g_pTabrow->m_nTipDelay));
+        std::cout << "  floating window " << RectText(windows.ScreenRect(floating)) << ", tip:\n    "
+                  << Narrow(m_host.ToolTipControls().ShownText(g_pTabrow->m_tip)) << "\n";
+    }
+
 private:
     HostAppPacket* Packet() { return reinterpret_cast<HostAppPacket*>(&m_packetTag); }
     void StoreSetting(const std::wstring& name, std::uint32_t value) {
@@ -170,7 +188,9 @@ int main(int argc, char** argv) {
     session.Show("the host has one drawing open");
     host.Type(L"APPLOAD");
     session.Show("APPLOAD: the bar takes its room");
-    host.OpenDrawing(L"C:\\jobs\\tower\\Core walls.dwg");
+    HostDocument* core = host.OpenDrawing(L"C:\\jobs\\tower\\Core walls.dwg");
+    host.DatabaseOf(core).summary = {L"A. Archer", L"Core walls", L"Level 3", L"", L"",
+                                     L"B. Builder", L"4", L"", {{L"Phase", L"Tender"}}};
     host.OpenDrawing(L"C:\\jobs\\archive\\plan.dwg", true);
     host.NewDrawing();
     session.Show("three more: a read-only one and a new one");
@@ -189,5 +209,7 @@ int main(int argc, char** argv) {
     session.Show("Escape, then the click again: site is active");
     host.Type(L"CLOSE");
     session.Show("CLOSE site");
+    session.Float(core);
+    session.Show("the bar floats in its own window; a tab's tip with the drawing's properties");
     return 0;
 }
