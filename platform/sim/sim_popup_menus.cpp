@@ -23,7 +23,7 @@ const MenuRow* FindId(const MenuRows& rows, unsigned id) {
 }  // namespace
 
 const MenuRow& SimPopupMenus::Row(const std::vector<std::wstring>& path) const {
-    const MenuRows* rows = &m_last;
+    const MenuRows* rows = m_rows != nullptr ? m_rows : &m_last;
     const MenuRow* row = nullptr;
     for (const std::wstring& text : path) {
         row = nullptr;
@@ -51,16 +51,16 @@ unsigned SimPopupMenus::Track(const MenuRows& rows, win::POINT screen, HostWindo
     ++m_tracked;
     m_last = rows;
     m_lastPoint = screen;
-    Choice choice;
+    Queued queued;
     if (!m_choices.empty()) {
-        choice = std::move(m_choices.front());
+        queued = std::move(m_choices.front());
         m_choices.pop_front();
     }
     unsigned chosen = 0;
     try {
-        if (const auto* path = std::get_if<std::vector<std::wstring>>(&choice))
-            chosen = ChoosePath(*path, owner);
-        else if (const auto* id = std::get_if<unsigned>(&choice))
+        if (std::holds_alternative<std::vector<std::wstring>>(queued.choice))
+            chosen = ChoosePath(queued, owner);
+        else if (const auto* id = std::get_if<unsigned>(&queued.choice))
             chosen = ChooseId(*id);
     } catch (const std::logic_error& e) {
         m_rows = nullptr;
@@ -72,7 +72,8 @@ unsigned SimPopupMenus::Track(const MenuRows& rows, win::POINT screen, HostWindo
     return chosen;
 }
 
-unsigned SimPopupMenus::ChoosePath(const std::vector<std::wstring>& path, HostWindow* owner) {
+unsigned SimPopupMenus::ChoosePath(const Queued& queued, HostWindow* owner) {
+    const auto& path = std::get<std::vector<std::wstring>>(queued.choice);
     const MenuRows* rows = m_rows;
     win::POINT corner = m_origin;
     for (std::size_t step = 0; step < path.size(); ++step) {
@@ -90,8 +91,11 @@ unsigned SimPopupMenus::ChoosePath(const std::vector<std::wstring>& path, HostWi
             throw std::logic_error("menu row \"" + ToUtf8(row.text) + "\" is a popup");
         // A popup is announced by its position, a command by its id.
         Select(owner, row.IsPopup() ? static_cast<unsigned>(position) : row.id, row.flags);
-        if (last)
+        if (last) {
+            if (queued.whileOpen)
+                queued.whileOpen();
             return row.id;
+        }
         corner = win::POINT{corner.x + kWidth, corner.y + static_cast<int>(position) * kRowHeight};
         m_open.emplace_back(&row, corner);
         rows = &row.rows;

@@ -11,6 +11,7 @@
 // Failures() (a window procedure's caller may swallow what it throws).
 
 #include <deque>
+#include <functional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -24,16 +25,21 @@ public:
     explicit SimPopupMenus(SimWindowSystem& windows) : m_windows(windows) {}
 
     // What the user does with the next menus, in order; nothing queued closes the menu.
-    void QueueChoice(std::vector<std::wstring> path) { m_choices.emplace_back(std::move(path)); }
-    void QueueChoice(unsigned id) { m_choices.emplace_back(id); }
-    void QueueClose() { m_choices.emplace_back(std::monostate{}); }
+    // `whileOpen` runs when the path's last row is highlighted, before it is chosen: what the
+    // user sees at that moment.
+    void QueueChoice(std::vector<std::wstring> path, std::function<void()> whileOpen = {}) {
+        m_choices.push_back({std::move(path), std::move(whileOpen)});
+    }
+    void QueueChoice(unsigned id) { m_choices.push_back({id, {}}); }
+    void QueueClose() { m_choices.push_back({std::monostate{}, {}}); }
 
     const MenuRows& LastMenu() const { return m_last; }
     win::POINT LastPoint() const { return m_lastPoint; }
     int Tracked() const { return m_tracked; }
     const std::vector<std::string>& Failures() const { return m_failures; }
     bool IsTracking() const { return m_rows != nullptr; }
-    // The row at the end of a path of texts in the last menu; throws when there is none.
+    // The row at the end of a path of texts in the menu being tracked, else the last one;
+    // throws when there is none.
     const MenuRow& Row(const std::vector<std::wstring>& path) const;
 
     unsigned Track(const MenuRows& rows, win::POINT screen, HostWindow* owner) override;
@@ -45,13 +51,17 @@ public:
 
 private:
     using Choice = std::variant<std::monostate, std::vector<std::wstring>, unsigned>;
+    struct Queued {
+        Choice choice;
+        std::function<void()> whileOpen;
+    };
     [[noreturn]] void Fail(const std::string& why);
-    unsigned ChoosePath(const std::vector<std::wstring>& path, HostWindow* owner);
+    unsigned ChoosePath(const Queued& queued, HostWindow* owner);
     unsigned ChooseId(unsigned id);
     void Select(HostWindow* owner, unsigned item, unsigned flags);
 
     SimWindowSystem& m_windows;
-    std::deque<Choice> m_choices;
+    std::deque<Queued> m_choices;
     const MenuRows* m_rows = nullptr;  // the tree being tracked; the caller's
     // The popups open now, outermost first, with each one's top left on the screen.
     std::vector<std::pair<const MenuRow*, win::POINT>> m_open;

@@ -456,6 +456,10 @@ int SimWindowSystem::SystemMetric(int index) {
         return 23;
     case ws::kSmCxFrame:
         return 4;
+    case ws::kSmCxMaxTrack:
+        return kScreen.Width();
+    case ws::kSmCyMaxTrack:
+        return kScreen.Height();
     default:
         return 0;
     }

@@ -14,6 +14,7 @@
 #include "bar/menu_ids.h"
 #include "bar/plot_all.h"
 #include "bar/view_layout.h"
+#include "foundation/ini_file.h"
 #include "ports/com_error.h"
 #include "ports/host_automation.h"
 #include "ports/host_database.h"
@@ -23,6 +24,7 @@
 #include "ports/popup_menu.h"
 #include "ports/port.h"
 #include "ports/shell.h"
+#include "ports/tool_tips.h"
 #include "ports/window_messages.h"
 #include "ports/window_procedures.h"
 #include "ports/window_system.h"
@@ -30,8 +32,9 @@
 
 namespace {
 
-// Process-wide, as the window system's menus are: each work set's popup by the id of its
-// "All" row, for one opening of the menu.
+// Process-wide, as the window system's menus are: the row whose tip shows (0 for none), and
+// each work set's popup by the id of its "All" row, for one opening of the menu.
+unsigned s_nMenuTipId = 0;
 std::map<unsigned, const MenuRow*> s_WorkSetMenus;
 
 // A failure of the menu's own, shown in a message box as it stands.
@@ -442,4 +445,67 @@ bool HvTabrow::RestoreView(const ViewItem& item) {
     }
     RefreshDocument(m_pMenuDoc, true);
     return true;
+}
+
+MsgResult HvTabrow::OnMenuSelect(unsigned item, unsigned /*flags*/) {
+    // The default procedure runs as well: the answer is "not handled" on every path.
+    ToolTips& tips = Use<ToolTips>();
+    if (s_nMenuTipId != 0) {
+        tips.TrackActivate(m_tip, m_hWnd, s_nMenuTipId, false);
+        tips.DelTool(m_tip, m_hWnd, s_nMenuTipId);
+        // The tool is gone: the next highlight has none to take down.
+        s_nMenuTipId = 0;
+    }
+    if (m_WorkSetItems.empty() || m_recentSheetSets.empty())
+        return MsgResult::NotHandled();
+    if (item < m_WorkSetItems.begin()->first || item >= m_recentSheetSets.begin()->first)
+        return MsgResult::NotHandled();
+    auto row = m_WorkSetItems.find(item);
+    auto popup = s_WorkSetMenus.find(item);
+    if (row == m_WorkSetItems.end() || popup == s_WorkSetMenus.end())
+        return MsgResult::NotHandled();
+    const std::wstring name = row->second.GetPath();
+    if (name.empty() || name == kNoneFound || name.starts_with(kWorkSetSelectPrefix))
+        return MsgResult::NotHandled();
+    const std::wstring text = WorkSetTipText(name);
+    if (text.empty())
+        return MsgResult::NotHandled();
+
+    WindowSystem& windows = Use<WindowSystem>();
+    const win::RECT rect = Use<PopupMenus>().ItemRect(*popup->second, 0);
+    const int maxX = windows.SystemMetric(ws::kSmCxMaxTrack);
+    const int maxY = windows.SystemMetric(ws::kSmCyMaxTrack);
+    ToolTipTool tool;
+    tool.window = m_hWnd;
+    tool.id = item;
+    tool.text = text;
+    tool.tracking = true;
+    if (!tips.AddTool(m_tip, tool))
+        return MsgResult::NotHandled();
+    tips.TrackActivate(m_tip, m_hWnd, item, true);
+    const win::SIZE bubble = tips.BubbleSize(m_tip, m_hWnd, item);
+    // Right of the popup when the tip fits there, else left of it; as high as the row, or
+    // lifted to end at the screen's foot.
+    const int x = rect.right + bubble.cx <= maxX ? rect.right + 1 : rect.left - bubble.cx - 1;
+    const int y = rect.top + bubble.cy <= maxY ? rect.top : maxY - bubble.cy;
+    tips.TrackPosition(m_tip, {x, y});
+    s_nMenuTipId = item;
+    return MsgResult::NotHandled();
+}
+
+std::wstring HvTabrow::WorkSetTipText(const std::wstring& name) {
+    std::vector<std::wstring> lines;
+    HvIniFile(GetWorkSetFile(), true).GetLines(name, lines);
+    std::wstring text;
+    for (const std::wstring& line : lines) {
+        const std::size_t equals = line.find(L'=');
+        if (equals == std::wstring::npos)
+            continue;
+        const std::wstring value = line.substr(equals + 1);
+        const CFilePath file(value.substr(0, value.find(L',')));
+        text += (m_bShowFullPathInRefs != 0 ? file.GetPath() : file.GetFileName()) + L"\n";
+    }
+    while (!text.empty() && text.back() == L'\n')
+        text.pop_back();
+    return text;
 }

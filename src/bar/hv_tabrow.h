@@ -116,6 +116,8 @@ public:
     MsgResult OnNotify(const win::NMHDR& header) override;
     // The context menu (context_menu.cpp), built afresh at each right click.
     MsgResult OnContextMenu(HostWindow* window, win::POINT screen) override;
+    // While a work set's "All" row is highlighted, a tip beside its popup lists its files.
+    MsgResult OnMenuSelect(unsigned item, unsigned flags) override;
     // The menu's commands: the fixed ids by the table, a list's row decoded by its id.
     MsgResult OnCommand(unsigned id, unsigned code, HostWindow* control) override;
     // The drawing under a point of the bar's client area: the tab's or the cell's, by the mode.
@@ -242,6 +244,8 @@ private:
     // False when the user left a paper space view's layout unchosen.
     bool RestoreView(const ViewItem& item);
     void OpenMenuDocumentFolder();
+    // The files of a work set, one a line, for the tip of its "All" row.
+    std::wstring WorkSetTipText(const std::wstring& name);
     // The palette first, then the tabs, as every list change goes.
     template <class Change>
     void ForEachView(Change change) {

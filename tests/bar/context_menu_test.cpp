@@ -55,11 +55,9 @@ public:
         scratch.Write(file.wstring().substr(scratch.Folder().size()), text);
     }
     // A right click on the tab of `doc`, or beside the tabs when null, and what the user then
-    // chooses; nothing to choose closes the menu.
+    // chooses; with nothing to choose (and nothing queued) the menu is closed.
     void RightClick(HostDocument* doc, const Texts& choice = {}) {
-        if (choice.empty())
-            host.Menus().QueueClose();
-        else
+        if (!choice.empty())
             host.Menus().QueueChoice(choice);
         RefreshHostLayout(g_hwndFrame);
         SimWindowSystem& windows = host.Windows();
@@ -141,6 +139,35 @@ TEST_F(ContextMenu, SettingsAndAnEmptyHostLeaveRowsOut) {
     EXPECT_EQ(TopRows(), Join({{L"Refresh Previews", L"Recent Drawings", L"Work Sets",
                                 L"Sheet Sets", L"-"},
                                kEnd}));
+}
+
+// Highlighting a work set's "All" row shows its files in a tip beside the set's popup; the tip
+// goes with the highlight.
+TEST_F(ContextMenu, AWorkSetsFilesShowBesideItsPopup) {
+    Open();
+    WriteWorkSets("[Proj.A]\nFile1=C:\\jobs\\w1.dwg,1\nFile2=C:\\jobs\\w2.dwg,0\n");
+    SimToolTips& tips = host.ToolTipControls();
+    const int tools = tips.ToolCount(Bar().m_tip);
+    std::wstring shown;
+    win::RECT tip, row;
+    auto look = [&] {
+        SimPopupMenus& menus = host.Menus();
+        shown = tips.ShownText(Bar().m_tip);
+        tip = host.Windows().ScreenRect(tips.Find(Bar().m_tip)->popup);
+        row = menus.ItemRect(menus.Row({L"Work Sets", L"Proj"}), 0);
+    };
+    host.Menus().QueueChoice({L"Work Sets", L"Proj", L"Select..."}, look);
+    RightClick(nullptr);
+    EXPECT_EQ(shown, L"");
+    host.Menus().QueueChoice({L"Work Sets", L"Proj", L"All"}, look);
+    RightClick(nullptr);
+    EXPECT_EQ(shown, L"w1.dwg\nw2.dwg");
+    EXPECT_FALSE(row.IsEmpty());
+    EXPECT_EQ(tip.left, row.right + 1);
+    EXPECT_EQ(tip.top, row.top);
+    EXPECT_EQ(tips.ShownText(Bar().m_tip), L"");
+    EXPECT_EQ(tips.ToolCount(Bar().m_tip), tools);
+    EXPECT_EQ(tips.Refusals(), Texts{});
 }
 
 // One row chosen on a drawing's tab (or beside the tabs), and what the host shows for it
