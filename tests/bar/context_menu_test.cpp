@@ -38,6 +38,7 @@ public:
         host.SetViewValue(a, L"North", ViewProperty::Width, {6, 0, 0});
         db.AddLayerState(L"Walls");
         db.AddXref(L"site", Drawing(L"site.dwg"));
+        db.AddXref(L"gone", scratch.File(L"gone.dwg"));
         const std::wstring mru = std::wstring(kKey) + L"\\MRU";
         host.Registry().CreateKey(RegHive::CurrentUser, mru);
         host.Registry().SetValue(RegHive::CurrentUser, mru, L"Path_1",
@@ -108,26 +109,40 @@ Texts Join(std::initializer_list<Texts> parts) {
 
 TEST_F(ContextMenu, OffersTheDrawingUnderTheMouseAndTheListsAroundIt) {
     Open();
+    SimDatabase& db = host.DatabaseOf(a);
+    db.SetCurrentLayout(db.AddLayout(L"A", 3));
     RightClick(a);
     EXPECT_EQ(TopRows(), Join({kDrawing, kLists, kBatch, kEnd}));
     const SimPopupMenus& menus = host.Menus();
-    // The check of a layout row asks for a one-letter name equal to its id: never met.
+    // The check of a layout row asks for a one-letter name equal to its id: never met, not
+    // even by the active layout "A".
     for (const MenuRow& row : menus.Row({L"Layouts"}).rows)
         EXPECT_EQ(row.flags & mf::kChecked, 0u) << row.text;
     EXPECT_EQ(menus.Row({L"Views"}).rows.front().text, L"Save...");
     EXPECT_EQ(menus.Row({L"References", L"Xrefs"}).flags & mf::kGrayed, 0u);
     EXPECT_NE(menus.Row({L"References", L"Images"}).flags & mf::kGrayed, 0u);
+    EXPECT_EQ(menus.Row({L"References", L"Images"}).rows.front().text, L"None Found");
 
     RightClick(b);  // not the active drawing: no view to save
     EXPECT_EQ(menus.Row({L"Views"}).rows.front().text, L"None Found");
     RightClick(nullptr);
     EXPECT_EQ(TopRows(), Join({kLists, kBatch, kEnd}));
     EXPECT_EQ(Bar().m_pMenuDoc, nullptr);
+    // Without a drawing its lists hold their "None Found" rows all the same, which keeps each
+    // list's ids in place for the decoding.
+    const HvTabrow& bar = Bar();
+    for (std::size_t rows : {bar.m_LayoutItems.size(), bar.m_XrefItems.size(),
+                             bar.m_ImageItems.size(), bar.m_OleLinkItems.size(),
+                             bar.m_HyperlinkItems.size(), bar.m_LayerStateItems.size(),
+                             bar.m_ViewItems.size()})
+        EXPECT_EQ(rows, 1u);
 }
 
 TEST_F(ContextMenu, SettingsAndAnEmptyHostLeaveRowsOut) {
     Store(L"DisableNewMenu", 1);
     Open(0);
+    RightClick(nullptr);  // previews renew themselves: nothing to refresh by hand
+    EXPECT_EQ(TopRows().front(), L"Recent Drawings");
     Bar().m_bAutoUpdatePreviews = 0;
     RightClick(nullptr);
     EXPECT_EQ(TopRows(), Join({{L"Refresh Previews"}, {L"Recent Drawings", L"Work Sets",
@@ -180,6 +195,7 @@ struct RowCase {
     Texts opened;  // drawings opened, "(R)" after a read-only one
     Texts states;  // layer states restored in "a.dwg"
     void (*setUp)(ContextMenu&) = nullptr;
+    std::size_t boxes = 0;  // message boxes shown
 };
 
 // clang-format off
@@ -197,6 +213,7 @@ const RowCase kRowCases[] = {
     {"NoLayerState", L"b", {L"Layer States", L"None Found"}, {}, {}, {}},
     {"NoView", L"b", {L"Views", L"None Found"}, {}, {}, {}},
     {"Xref", L"a", {L"References", L"Xrefs", L"site.dwg"}, {}, {L"site.dwg"}, {}},
+    {"MissingXrefWarns", L"a", {L"References", L"Xrefs", L"gone.dwg"}, {}, {}, {}, nullptr, 1},
     {"RecentDrawing", nullptr, {L"Recent Drawings", L"%old.dwg"}, {}, {L"old.dwg"}, {}},
     {"WorkSetAll", nullptr, {L"Work Sets", L"Proj", L"All"}, {}, {L"w1.dwg (R)", L"w2.dwg"}, {}},
     // With no recent drawing, "Empty" carries the first work set row's id, and acts as it.
@@ -248,7 +265,8 @@ TEST_P(ChosenRow, DoWhatTheySay) {
     if (host.Documents().size() >= documents) {
         EXPECT_EQ(host.DatabaseOf(a).RestoredLayerStates(), c.states);
     }
-    EXPECT_EQ(host.MessageBoxesShown().size(), 0u);
+    EXPECT_EQ(host.MessageBoxesShown().size(), c.boxes);
+    EXPECT_EQ(host.DatabasePort().LockDepth(), 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(All, ChosenRow, ::testing::ValuesIn(kRowCases),
