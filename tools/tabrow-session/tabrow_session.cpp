@@ -1,9 +1,10 @@
 // A user's session on the simulated host, told step by step: the module loaded by APPLOAD,
 // drawings opened, edited, saved under a new name, switched by a click on a tab (or, in preview
-// mode, on a thumbnail), closed, and the bar floated with a drawing's tip showing. After each step
-// it prints the bar's tabs (the selected one in brackets), the previews' order and where the bar
-// and the drawing area are in the frame. Given a picture folder, it also paints the host's window
-// after each step and saves it there as a PNG file.
+// mode, on a thumbnail), closed, a work set opened from the right-click menu, and the bar floated
+// with a drawing's tip showing. After each step it prints the bar's tabs (the selected one in
+// brackets), the previews' order and where the bar and the drawing area are in the frame. Given
+// a picture folder, it also paints the host's window after each step and saves it there as a
+// PNG file.
 //
 // Usage: tabrow-session <scratch folder> [dock side 59419..59425] [sort 0..2] [picture folder]
 //        [tabs|previews]
@@ -21,6 +22,7 @@
 #include "foundation/text_encoding.h"
 #include "host/tabrow_app.h"
 #include "platform/sim/sim_file_system.h"
+#include "platform/portable/portable_profile_file.h"
 #include "platform/sim/sim_host.h"
 #include "ports/window_messages.h"
 #include "settings/settings_keys.h"
@@ -139,6 +141,31 @@ public:
             palette.m_hWnd, {(r.left + r.right) / 2, (r.top + r.bottom) / 2});
     }
 
+    // A work set of two drawings on disk, one kept read-only, opened as a user does: a right
+    // click on the bar and Work Sets > the set > All.
+    void OpenWorkSetFromMenu(const std::filesystem::path& folder) {
+        std::filesystem::create_directories(folder / "jobs");
+        std::string entries;
+        int number = 0;
+        for (const auto& [name, readOnly] : {std::pair{"Stair core.dwg", 1}, {"Roof.dwg", 0}}) {
+            const std::filesystem::path drawing = folder / "jobs" / name;
+            std::ofstream(drawing, std::ios::binary) << "AC1018" << std::string(64, '\0');
+            entries += "File" + std::to_string(++number) + "=" + drawing.string() + "," +
+                       std::to_string(readOnly) + "\n";
+        }
+        const std::filesystem::path sets(g_pTabrow->GetWorkSetFile());
+        std::filesystem::create_directories(sets.parent_path());
+        std::ofstream(sets, std::ios::binary) << "[Tower]\n" << entries;
+        m_host.Menus().QueueChoice({L"Work Sets", L"Tower", L"All"});
+        SimWindowSystem& windows = m_host.Windows();
+        const win::RECT bar = windows.ScreenRect(g_pTabrow->GetSafeHwnd());
+        const win::POINT at{bar.right - 2, bar.bottom - 2};
+        windows.Mouse(wm::kRButtonDown, at);
+        windows.Mouse(wm::kRButtonUp, at);
+        for (const std::string& failure : m_host.Menus().Failures())
+            std::cout << "  menu: " << failure << "\n";
+    }
+
     // The bar moves into its floating window, which the user drags beside the drawing area,
     // and the mouse rests on the tab or the thumbnail of `doc` until its tip shows.
     void Float(HostDocument* doc) {
@@ -174,6 +201,8 @@ private:
 
     SimFileSystem m_files;
     ScopedPort<FileSystem> m_filesPort;
+    PortableProfileFile m_profiles;  // the work set file's reader
+    ScopedPort<ProfileFile> m_profilesPort{m_profiles};
 #ifdef TABROW_HAS_FREETYPE
     FreeTypeFontRasteriser m_fonts;  // the canvas's text
     ScopedPort<FontRasteriser> m_fontsPort{m_fonts};
@@ -241,6 +270,8 @@ int main(int argc, char** argv) {
     session.Show("Escape, then the click again: site is active");
     host.Type(L"CLOSE");
     session.Show("CLOSE site");
+    session.OpenWorkSetFromMenu(folder);
+    session.Show("a right click on the bar, Work Sets > Tower > All: its two drawings open");
     session.Float(core);
     session.Show("the bar floats in its own window; a tab's tip with the drawing's properties");
     return 0;
