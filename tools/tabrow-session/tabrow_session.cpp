@@ -273,6 +273,6 @@ int main(int argc, char** argv) {
     session.OpenWorkSetFromMenu(folder);
     session.Show("a right click on the bar, Work Sets > Tower > All: its two drawings open");
     session.Float(core);
-    session.Show("the bar floats in its own window; a tab's tip with the drawing's properties");
+    session.Show("the bar floats in its own window; a drawing's tip with its properties");
     return 0;
 }
