@@ -41,6 +41,7 @@ public:
         return std::string(reinterpret_cast<const char*>(m_data), m_size);
     }
     bool WriteAtomic(const std::wstring&, const std::string&) override { return false; }
+    bool Rename(const std::wstring&, const std::wstring&) override { return false; }
     bool CreateFolder(const std::wstring&) override { return false; }
     bool Remove(const std::wstring&) override { return false; }
     std::wstring CreateUniqueFile(const std::wstring&, const std::wstring&) override { return {}; }

@@ -212,7 +212,7 @@ bool PosixFileSystem::WriteAtomic(const std::wstring& path, const std::string& b
         return false;
     const bool written = WriteWhole(fd, bytes) && ::fchmod(fd, mode) == 0 && ::fsync(fd) == 0;
     const bool closed = ::close(fd) == 0;
-    if (!written || !closed || ::rename(temp.c_str(), target.c_str()) != 0) {
+    if (!written || !closed || !Rename(FromUtf8(temp), path)) {
         ::unlink(temp.c_str());
         return false;
     }
@@ -223,6 +223,10 @@ bool PosixFileSystem::WriteAtomic(const std::wstring& path, const std::string& b
         ::close(dirFd);
     }
     return true;
+}
+
+bool PosixFileSystem::Rename(const std::wstring& from, const std::wstring& to) {
+    return ::rename(NativePath(from).c_str(), NativePath(to).c_str()) == 0;
 }
 
 bool PosixFileSystem::CreateFolder(const std::wstring& path) {

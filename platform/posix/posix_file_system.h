@@ -12,6 +12,7 @@ public:
     std::unique_ptr<InputFile> OpenRead(const std::wstring& path) override;
     std::optional<std::string> ReadAll(const std::wstring& path, std::uint64_t limit) override;
     bool WriteAtomic(const std::wstring& path, const std::string& bytes) override;
+    bool Rename(const std::wstring& from, const std::wstring& to) override;
     bool CreateFolder(const std::wstring& path) override;
     bool Remove(const std::wstring& path) override;
     std::wstring CreateUniqueFile(const std::wstring& folder, const std::wstring& prefix) override;

@@ -203,13 +203,16 @@ bool Win32FileSystem::WriteAtomic(const std::wstring& path, const std::string& b
         return false;
     const bool written = WriteWhole(temp.file.Get(), bytes) && ::FlushFileBuffers(temp.file.Get());
     const bool closed = temp.file.Reset();
-    if (!written || !closed ||
-        !::MoveFileExW(temp.path.c_str(), target.c_str(),
-                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
+    if (!written || !closed || !Rename(temp.path, target)) {
         ::DeleteFileW(temp.path.c_str());
         return false;
     }
     return true;
+}
+
+bool Win32FileSystem::Rename(const std::wstring& from, const std::wstring& to) {
+    return ::MoveFileExW(NativePath(from).c_str(), NativePath(to).c_str(),
+                         MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
 }
 
 bool Win32FileSystem::CreateFolder(const std::wstring& path) {

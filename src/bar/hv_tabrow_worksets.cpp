@@ -24,8 +24,8 @@ std::wstring HvTabrow::GetWorkSetFile() {
 }
 
 void HvTabrow::BuildWorkSetRows(unsigned* pNextId, TrWorkSetRows& map, bool bNoneFound) {
-    TrWorkSetStore(GetWorkSetFile()).BuildWorkSetRows(pNextId, map, bNoneFound,
-                                                      m_bSortWorksets != 0);
+    TrWorkSetStore(GetWorkSetFile())
+        .BuildWorkSetRows(pNextId, map, bNoneFound, m_bSortWorksets != 0);
 }
 
 void HvTabrow::OpenWorkSet(const std::wstring& name) {

@@ -10,9 +10,12 @@ TrFileEntry ParseFileEntry(const std::wstring& text) {
         TrFileEntry entry(text);
         return entry;
     }
-    const int flag = static_cast<int>(std::wcstol(pieces.m_pieces.back().c_str(), nullptr, 10));
+    // Compared whole, never cut down to an int: the platform's reader holds a number beyond the
+    // range at its end, so no large number may wrap round to 1.
+    const long number = std::wcstol(pieces.m_pieces.back().c_str(), nullptr, 10);
+    const bool flag = number == 1;
     pieces.m_pieces.pop_back();
     TrFileEntry entry(pieces.Join(L","));
-    entry.m_bReadOnly = flag == 1;
+    entry.m_bReadOnly = flag;
     return entry;
 }

@@ -70,13 +70,11 @@ void HvIniFile::WriteDouble(const std::wstring& section, const std::wstring& key
     Profile().WriteString(m_strPath, section, key, Format(L"%g", value));
 }
 
-void HvIniFile::WriteString(const std::wstring& section, const std::wstring& key,
+bool HvIniFile::WriteString(const std::wstring& section, const std::wstring& key,
                             const std::wstring& value) {
-    if (m_bRemoveEmpty && value.empty()) {
-        Profile().WriteString(m_strPath, section, key, std::nullopt);
-    } else {
-        Profile().WriteString(m_strPath, section, key, value);
-    }
+    if (m_bRemoveEmpty && value.empty())
+        return Profile().WriteString(m_strPath, section, key, std::nullopt);
+    return Profile().WriteString(m_strPath, section, key, value);
 }
 
 void HvIniFile::WriteStruct(const std::wstring& section, const std::wstring& key, const void* data,

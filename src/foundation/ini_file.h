@@ -26,7 +26,8 @@ public:
     bool WriteBool(const std::wstring& section, const std::wstring& key, bool value);
     void WriteInt(const std::wstring& section, const std::wstring& key, int value);
     void WriteDouble(const std::wstring& section, const std::wstring& key, double value);
-    void WriteString(const std::wstring& section, const std::wstring& key,
+    // False when the file could not be written.
+    bool WriteString(const std::wstring& section, const std::wstring& key,
                      const std::wstring& value);
     void WriteStruct(const std::wstring& section, const std::wstring& key, const void* data,
                      unsigned size);

@@ -63,6 +63,9 @@ public:
     // Replaces the file's contents atomically: a temporary file in the same folder, then a
     // rename over the old one. On failure the old file is left as it was.
     virtual bool WriteAtomic(const std::wstring& path, const std::string& bytes) = 0;
+    // Moves a file to `to` in one step, replacing a file there: the second step of WriteAtomic,
+    // which calls it. Until it succeeds, the file at `to` is the old one.
+    virtual bool Rename(const std::wstring& from, const std::wstring& to) = 0;
 
     virtual bool CreateFolder(const std::wstring& path) = 0;  // one level
     virtual bool Remove(const std::wstring& path) = 0;        // a file

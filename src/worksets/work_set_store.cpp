@@ -34,12 +34,32 @@ const std::wstring* LineValue(const CSplit& pieces) {
     return pieces.m_pieces.size() >= 2 ? &pieces.m_pieces[1] : nullptr;
 }
 
+std::vector<std::wstring> LinesOf(const std::wstring& path, const std::wstring& name) {
+    std::vector<std::wstring> lines;
+    HvIniFile(path, true).GetLines(name, lines);
+    return lines;
+}
+
+// The entries of every line that holds "=", whatever its key.
+std::vector<TrFileEntry> OpenEntriesOf(const std::vector<std::wstring>& lines) {
+    std::vector<TrFileEntry> entries;
+    for (const std::wstring& line : lines) {
+        const CSplit pieces(line, L"=");
+        if (const std::wstring* value = LineValue(pieces))
+            entries.push_back(ParseFileEntry(*value));
+    }
+    return entries;
+}
+
 // Writes `files` behind the first `count` keys of the section, one line at a time, so that a
-// write cut short loses none of the lines that were there.
+// write cut short loses none of the lines that were there. The first write that fails ends it:
+// the lines behind it would leave a gap in the numbers.
 void AppendEntries(HvIniFile& ini, const std::wstring& name, std::size_t count,
                    const std::vector<TrFileEntry>& files) {
-    for (const TrFileEntry& entry : files)
-        ini.WriteString(name, EntryKey(++count), EntryValue(entry));
+    for (const TrFileEntry& entry : files) {
+        if (!ini.WriteString(name, EntryKey(++count), EntryValue(entry)))
+            return;
+    }
 }
 
 }  // namespace
@@ -70,22 +90,12 @@ void TrWorkSetStore::BuildWorkSetRows(unsigned* pNextId, TrWorkSetRows& map, boo
 }
 
 std::vector<TrFileEntry> TrWorkSetStore::GetOpenEntries(const std::wstring& name) const {
-    std::vector<std::wstring> lines;
-    HvIniFile(m_strPath, true).GetLines(name, lines);
-    std::vector<TrFileEntry> entries;
-    for (const std::wstring& line : lines) {
-        const CSplit pieces(line, L"=");
-        if (const std::wstring* value = LineValue(pieces))
-            entries.push_back(ParseFileEntry(*value));
-    }
-    return entries;
+    return OpenEntriesOf(LinesOf(m_strPath, name));
 }
 
 int TrWorkSetStore::ReadEntries(const std::wstring& name, std::vector<TrFileEntry>& entries) const {
-    std::vector<std::wstring> lines;
-    HvIniFile(m_strPath, true).GetLines(name, lines);
     int count = 0;
-    for (const std::wstring& line : lines) {
+    for (const std::wstring& line : LinesOf(m_strPath, name)) {
         const CSplit pieces(line, L"=");
         const std::wstring* value = LineValue(pieces);
         // The key's letters are compared as they stand: "file1" is no file of the list.
@@ -99,22 +109,20 @@ int TrWorkSetStore::ReadEntries(const std::wstring& name, std::vector<TrFileEntr
 
 void TrWorkSetStore::OpenWorkSet(const std::wstring& name, HvRegImpl& settings,
                                  const TrOpenEntry& open) const {
-    std::vector<std::wstring> lines;
-    HvIniFile(m_strPath, true).GetLines(name, lines);
+    const std::vector<std::wstring> lines = LinesOf(m_strPath, name);
     if (lines.empty()) {
         Tell(L"No files in Work Set!");
         return;
     }
     // A section whose lines all lack "=" opens nothing and still counts as opened.
-    for (const TrFileEntry& entry : GetOpenEntries(name))
+    for (const TrFileEntry& entry : OpenEntriesOf(lines))
         open(entry);
     settings.SetString(keys::kRoot, keys::kLastWorkset, name);
 }
 
 std::wstring TrWorkSetStore::CheckNewName(const std::wstring& name) const {
-    const bool placeholder =
-        std::any_of(std::begin(kPlaceholderNames), std::end(kPlaceholderNames),
-                    [&](const wchar_t* text) { return name == text; });
+    const bool placeholder = std::any_of(std::begin(kPlaceholderNames), std::end(kPlaceholderNames),
+                                         [&](const wchar_t* text) { return name == text; });
     if (name.empty() || placeholder)
         return L"You need to give the Work Set a name!";
     for (const std::wstring& existing : GetNames()) {

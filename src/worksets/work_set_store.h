@@ -50,8 +50,7 @@ public:
     // name (open the whole set), the second to "<SELECT>" and the name (choose files). With
     // `bSort` the names go in plain string order, capitals first; the file keeps its order.
     // With `bNoneFound` and no work set, one id maps to "None Found".
-    void BuildWorkSetRows(unsigned* pNextId, TrWorkSetRows& map, bool bNoneFound,
-                          bool bSort) const;
+    void BuildWorkSetRows(unsigned* pNextId, TrWorkSetRows& map, bool bNoneFound, bool bSort) const;
 
     // What the whole-set open reads: every line holding "=", whatever its key, the value cut
     // at a second "=".

@@ -47,6 +47,13 @@ protected:
     }
 
     HvTabrow& Bar() { return *g_pTabrow; }
+    // The texts of the message boxes shown so far.
+    std::vector<std::wstring> Boxes() {
+        std::vector<std::wstring> texts;
+        for (const auto& box : host.MessageBoxesShown())
+            texts.push_back(box.text);
+        return texts;
+    }
     // The bar's recent drawings, newest first.
     std::vector<std::wstring> Recent() {
         return {Bar().m_RecentFiles.begin(), Bar().m_RecentFiles.end()};

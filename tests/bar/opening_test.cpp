@@ -51,7 +51,8 @@ TEST_F(Opening, FileEntryTakesItsLastCommaPieceAsTheReadOnlyFlag) {
     const std::tuple<const wchar_t*, const wchar_t*, bool> cases[] = {
         {L"C:\\a.dwg", L"C:\\a.dwg", false},   {L"C:\\a.dwg,1", L"C:\\a.dwg", true},
         {L"C:\\a.dwg,2", L"C:\\a.dwg", false}, {L"C:\\a,b.dwg,1", L"C:\\a,b.dwg", true},
-        {L"C:\\a,b.dwg", L"C:\\a", false},
+        {L"C:\\a,b.dwg", L"C:\\a", false}, {L"C:\\a.dwg,4294967297", L"C:\\a.dwg", false},
+        {L"C:\\a.dwg, 1", L"C:\\a.dwg", true}, {L"C:\\a.dwg,1a", L"C:\\a.dwg", true},
     };
     for (const auto& [text, path, readOnly] : cases) {
         TrFileEntry entry = ParseFileEntry(text);

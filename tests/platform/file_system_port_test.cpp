@@ -132,6 +132,13 @@ TEST_P(FileSystemPortTest, WriteAtomicReplacesWholeFilesAndLeavesNoTemporaryBehi
     ASSERT_TRUE(disk->WriteAtomic(path, std::string(3 << 20, 'z')));
     EXPECT_EQ(ReadBytes(scratch.Path() / "work.ini"), std::string(3 << 20, 'z'));
     EXPECT_EQ(SortedNames(disk->Find(scratch.File(L"*"))), (Names{L".", L"..", L"work.ini"}));
+
+    // The rename, the second step, replaces a file and moves none that is missing.
+    const std::wstring next = scratch.Write(L"next.tmp", "renamed");
+    ASSERT_TRUE(disk->Rename(Mixed(next), path));
+    EXPECT_EQ(ReadBytes(scratch.Path() / "work.ini"), "renamed");
+    EXPECT_FALSE(disk->Rename(next, path));
+    EXPECT_EQ(SortedNames(disk->Find(scratch.File(L"*"))), (Names{L".", L"..", L"work.ini"}));
 }
 
 TEST_P(FileSystemPortTest, WriteAtomicFailsWithoutLosingTheOldFile) {

@@ -8,52 +8,9 @@
 #include "foundation/xml/xml_document.h"
 #include "ports/file_system.h"
 #include "ports/port.h"
+#include "support/memory_file_system.h"
 
 namespace {
-
-// Files in memory; a path in `failingWrites` refuses writes as a read-only file would.
-class MemoryFileSystem : public FileSystem {
-public:
-    std::map<std::wstring, std::string> files;
-    std::wstring failingWrite;
-
-    wchar_t Separator() const override { return L'/'; }
-    std::vector<FoundFile> Find(const std::wstring&) override { return {}; }
-    std::optional<FoundFile> Stat(const std::wstring& path) override {
-        const auto it = files.find(path);
-        if (it == files.end())
-            return std::nullopt;
-        FoundFile found;
-        found.size = it->second.size();
-        return found;
-    }
-    std::unique_ptr<InputFile> OpenRead(const std::wstring&) override { return nullptr; }
-    std::optional<std::string> ReadAll(const std::wstring& path, std::uint64_t limit) override {
-        const auto it = files.find(path);
-        if (it == files.end()) {
-            errno = ENOENT;
-            return std::nullopt;
-        }
-        if (it->second.size() > limit)
-            return std::nullopt;
-        return it->second;
-    }
-    bool WriteAtomic(const std::wstring& path, const std::string& bytes) override {
-        if (path == failingWrite) {
-            errno = EACCES;
-            return false;
-        }
-        files[path] = bytes;
-        return true;
-    }
-    bool CreateFolder(const std::wstring&) override { return false; }
-    bool Remove(const std::wstring&) override { return false; }
-    std::wstring CreateUniqueFile(const std::wstring&, const std::wstring&) override { return {}; }
-    std::wstring ModulePath() override { return {}; }
-    std::wstring UserName() override { return {}; }
-    std::wstring UserDataFolder() override { return {}; }
-    std::wstring TempFolder() override { return {}; }
-};
 
 std::wstring ErrorText(int code) {
     return FromUtf8(std::strerror(code));
