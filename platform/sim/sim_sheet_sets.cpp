@@ -230,8 +230,8 @@ void SimSheetSets::Release(HostSmObject* object) {
         throw std::logic_error("sheet set object released that was never given or released twice");
 }
 
-std::optional<std::vector<std::size_t>> SimSheetSets::Run(HostWindow*, const std::wstring&,
-                                                          const std::vector<std::wstring>& offered) {
+std::optional<std::vector<std::size_t>> SimSheetSets::Run(
+    HostWindow*, const std::wstring&, const std::vector<std::wstring>& offered) {
     m_offers.push_back(offered);
     if (m_ticks.empty())
         return std::nullopt;

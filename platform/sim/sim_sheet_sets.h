@@ -95,8 +95,18 @@ public:
     std::optional<std::vector<std::size_t>> Run(HostWindow* parent, const std::wstring& title,
                                                 const std::vector<std::wstring>& offered) override;
 
-    enum class Kind { Database, SheetSet, Subset, Sheet, Other, Opaque, Enumerator, Resources,
-                      Reference, Views };
+    enum class Kind {
+        Database,
+        SheetSet,
+        Subset,
+        Sheet,
+        Other,
+        Opaque,
+        Enumerator,
+        Resources,
+        Reference,
+        Views
+    };
     struct Node {
         Kind kind = Kind::Other;
         std::wstring name, number, title, desc, file, type;
@@ -108,7 +118,7 @@ private:
     struct Object {
         Kind kind;
         std::shared_ptr<Node> node;
-        std::wstring path;                          // a database's file
+        std::wstring path;                         // a database's file
         std::vector<std::shared_ptr<Node>> items;  // an enumerator's
         std::size_t next = 0;
     };

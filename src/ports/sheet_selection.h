@@ -13,7 +13,7 @@ class SheetSelectionDialog {
 public:
     virtual ~SheetSelectionDialog() = default;
     // The places in `offered` that the user ticked, in order, after OK; nothing after Cancel.
-    virtual std::optional<std::vector<std::size_t>> Run(HostWindow* parent,
-                                                        const std::wstring& title,
-                                                        const std::vector<std::wstring>& offered) = 0;
+    virtual std::optional<std::vector<std::size_t>> Run(
+        HostWindow* parent, const std::wstring& title,
+        const std::vector<std::wstring>& offered) = 0;
 };

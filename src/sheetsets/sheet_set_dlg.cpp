@@ -34,7 +34,8 @@ std::vector<std::wstring> SheetSetDlg::SheetFiles(const CAcSmSheetSet& model) {
 
 int SheetSetDlg::DoModal() {
     const std::unique_ptr<CAcSmSheetSet> model = Load();
-    const std::vector<std::wstring> offered = model ? SheetFiles(*model) : std::vector<std::wstring>{};
+    const std::vector<std::wstring> offered =
+        model ? SheetFiles(*model) : std::vector<std::wstring>{};
     // Until the dialog's own tree is built, the window system's sheet selection shows the
     // drawings and answers with the ticked ones.
     const auto ticked = Use<SheetSelectionDialog>().Run(m_pParent, L"Select Sheets", offered);

@@ -97,7 +97,8 @@ CAcSmSheetSet::CAcSmSheetSet(SmRef object)
             m_subsets.push_back(
                 std::make_unique<CAcSmSubset>(SmRef(sets.QuerySubset(component.Get()))));
         else if (type == kSmSheetType)
-            m_sheets.push_back(std::make_unique<CAcSmSheet>(SmRef(sets.QuerySheet(component.Get()))));
+            m_sheets.push_back(
+                std::make_unique<CAcSmSheet>(SmRef(sets.QuerySheet(component.Get()))));
     });
     m_resources = std::make_unique<CAcSmResources>(SmRef(sets.GetResources(m_spSheetSet.Get())));
 }
@@ -109,7 +110,8 @@ std::size_t CAcSmSheetSet::SheetCount() const {
     return count;
 }
 
-std::unique_ptr<CAcSmSheetSet> LoadSheetSet(HostSheetSetManager* manager, const std::wstring& path) {
+std::unique_ptr<CAcSmSheetSet> LoadSheetSet(HostSheetSetManager* manager,
+                                            const std::wstring& path) {
     if (manager == nullptr)
         throw ComError(hr::kPointer, L"Invalid pointer");
     SheetSets& sets = Use<SheetSets>();
