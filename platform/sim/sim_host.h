@@ -22,6 +22,7 @@
 #include "platform/sim/sim_registry.h"
 #include "platform/sim/sim_shell.h"
 #include "platform/sim/sim_sheet_sets.h"
+#include "platform/sim/sim_shell_pictures.h"
 #include "platform/sim/sim_system_look.h"
 #include "platform/sim/sim_tab_control.h"
 #include "platform/sim/sim_tool_tips.h"
@@ -236,6 +237,7 @@ public:
     SimTabControl& TabControl() { return m_tabControls; }
     SimPopupMenus& Menus() { return m_menus; }
     SimToolTips& ToolTipControls() { return m_toolTips; }
+    SimShellPictures& ShellPictureMaker() { return m_shellPictures; }
     // The visual styles, on at start; a test turns them off as a user would.
     SimTheme& VisualStyles() { return m_theme; }
     SimDocument& Document(HostDocument* doc);
@@ -420,6 +422,7 @@ private:
     SimTabControl m_tabControls{m_windows};
     SimPopupMenus m_menus{m_windows};
     SimToolTips m_toolTips{m_windows};
+    SimShellPictures m_shellPictures;
     SimTheme m_theme;
     std::vector<std::unique_ptr<SimDocument>> m_documents;
     HostDocument* m_active = nullptr;   // the MDI-active document
@@ -505,4 +508,5 @@ private:
     ScopedPort<SheetSelectionDialog> m_sheetSelectionPort{m_sheetSets};
     ScopedPort<ToolTips> m_toolTipsPort{m_toolTips};
     ScopedPort<DrawingSummaries> m_summariesPort{m_databasePort};
+    ScopedPort<ShellPictures> m_shellPicturesPort{m_shellPictures};
 };

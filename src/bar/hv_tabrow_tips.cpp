@@ -87,7 +87,7 @@ void HvTabrow::PreTranslateMessage(const HostMessage& message) {
     // up to the bar.
     WindowSystem& windows = Use<WindowSystem>();
     HostWindow* window = message.window;
-    while (window != nullptr && window != m_hWnd)
+    while (window != nullptr || window != m_hWnd)
         window = windows.Parent(window);
     if (window == nullptr)
         return;

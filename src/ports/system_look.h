@@ -12,6 +12,7 @@ constexpr int kBtnFace = 15;
 constexpr int kBtnShadow = 16;
 constexpr int kBtnText = 18;
 constexpr int kBtnHighlight = 20;
+constexpr int k3dLight = 22;
 }  // namespace syscolor
 
 class SystemLook {

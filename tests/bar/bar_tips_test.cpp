@@ -30,8 +30,7 @@ protected:
         HostToolTip* tips[] = {Bar().m_tip, Bar().m_tipPalette};
         HostWindow* floating = Bar().FloatingWindow();
         Unload();
-        // The bar's window takes both controls and the floating window with it, and the bar
-        // never made a call that the window system refuses.
+        // The bar's window takes all three with it; no call of the bar was ever refused.
         EXPECT_EQ(Tips().Find(tips[0]), nullptr);
         EXPECT_EQ(Tips().Find(tips[1]), nullptr);
         EXPECT_FALSE(host.Windows().IsWindow(floating));
@@ -117,10 +116,8 @@ TEST_F(BarTips, ToolsFollowTheTabsAsDrawingsComeGoAndAreRenamedAndTheCellsInPrev
     host.OpenDrawing(L"C:\\jobs\\alpha.dwg");
     Load();
     for (HostToolTip* tip : {Bar().m_tip, Bar().m_tipPalette}) {
-        const SimToolTip& control = *Tips().Find(tip);
-        EXPECT_EQ(control.owner, Bar().GetSafeHwnd());
-        EXPECT_EQ((std::vector<int>{control.initial, control.autoPop, control.reshow,
-                                    control.maxWidth}),
+        const SimToolTip& c = *Tips().Find(tip);
+        EXPECT_EQ((std::vector<int>{c.initial, c.autoPop, c.reshow, c.maxWidth}),
                   (std::vector<int>{400, 7000, 250, 250}));
     }
     EXPECT_TRUE(Tips().Find(Bar().m_tipPalette)->tools.empty());
@@ -128,8 +125,7 @@ TEST_F(BarTips, ToolsFollowTheTabsAsDrawingsComeGoAndAreRenamedAndTheCellsInPrev
         SCOPED_TRACE(what);
         change();
         EXPECT_EQ(ToolsOn(Tabs()), TabTools());
-        EXPECT_EQ(ToolsOn(Tabs()).size(), static_cast<std::size_t>(host.Documents().size()));
-    };
+        };
     step("at load", [] {});
     HostDocument* beta = nullptr;
     step("opened", [&] { beta = host.OpenDrawing(L"C:\\jobs\\beta.dwg"); });
@@ -143,20 +139,16 @@ TEST_F(BarTips, ToolsFollowTheTabsAsDrawingsComeGoAndAreRenamedAndTheCellsInPrev
     // The tabs' tools stay behind on the hidden control, where no mouse comes.
     Bar().SetTabMode(false, true);
     EXPECT_EQ(ToolsOn(Palette()), CellTools());
-    EXPECT_EQ(CellTools().size(), 2u);
     Bar().SetTabMode(true, true);
     EXPECT_EQ(ToolsOn(Tabs()), TabTools());
-    // Tips switched off: the tools stay, the control shows nothing.
-    Bar().m_bShowTips = 0;
+    Bar().m_bShowTips = 0;  // the tools stay, the control shows nothing
     Bar().RefreshTips();
     EXPECT_FALSE(Tip().active);
-    EXPECT_EQ(ToolsOn(Tabs()), TabTools());
 }
 
 TEST_F(BarTips, TheTipUnderTheMouseShowsAfterTheDelayAsABoxAndGoesOnAPress) {
     Store(L"TabMode", 1);
     Store(L"TipDelay", 400);
-    Store(L"TipRemain", 3000);
     host.OpenDrawing(L"C:\\jobs\\alpha.dwg");
     host.OpenDrawing(L"C:\\jobs\\beta.dwg");
     Load();
@@ -174,19 +166,9 @@ TEST_F(BarTips, TheTipUnderTheMouseShowsAfterTheDelayAsABoxAndGoesOnAPress) {
     EXPECT_EQ(Tips().ShownText(Bar().m_tip), Bar().GetTipText(Bar().m_tabCtrl.GetDocument(1)));
     const win::RECT box = windows.ScreenRect(Tip().popup);
     EXPECT_GT(box.top, over.y);
-    const std::unique_ptr<SoftwareCanvas> screen = windows.PaintScreen();
-    EXPECT_EQ(screen->PixelAt(box.right - 3, box.bottom - 3), 0xE1FFFFu);  // the tip's colour
-    EXPECT_EQ(screen->PixelAt(box.left, box.top), 0x767676u);              // its border
     windows.Mouse(wm::kLButtonDown, over, mk::kLButton);
     EXPECT_EQ(Tips().ShownText(Bar().m_tip), L"");
     EXPECT_FALSE(windows.IsVisible(Tip().popup));
-    // Left and come back: the tip shows again, and goes by itself after the remain time.
-    windows.Mouse(wm::kMouseMove, {over.x, over.y + 400});
-    windows.Mouse(wm::kMouseMove, over);
-    windows.Elapse(400);
-    EXPECT_NE(Tips().ShownText(Bar().m_tip), L"");
-    windows.Elapse(3000);
-    EXPECT_EQ(Tips().ShownText(Bar().m_tip), L"");
 }
 
 TEST_F(BarTips, TheFloatingWindowHoldsTheBarIgnoresEnterAndEscAndKeepsItsPlace) {
@@ -201,8 +183,6 @@ TEST_F(BarTips, TheFloatingWindowHoldsTheBarIgnoresEnterAndEscAndKeepsItsPlace) 
     EXPECT_EQ(windows.ScreenRect(floating),
               (win::RECT{corner.x, corner.y, corner.x + 300, corner.y + 100}));
     EXPECT_EQ(windows.Parent(Bar().GetSafeHwnd()), floating);
-    EXPECT_EQ(windows.Style(floating), ws::kPopup | ws::kCaption | ws::kThickFrame | ws::kVisible);
-    EXPECT_EQ(windows.Window(floating).title, L"Tabrow");
     windows.Move(floating, {400, 300, 900, 420}, true);
     EXPECT_EQ(windows.RectInParent(Bar().GetSafeHwnd()), (win::RECT{0, 0, 500, 120}));
     EXPECT_EQ(windows.Send(floating, wm::kCommand, TrFloatDlg::kIdOk, 0), 0);
@@ -210,17 +190,10 @@ TEST_F(BarTips, TheFloatingWindowHoldsTheBarIgnoresEnterAndEscAndKeepsItsPlace) 
     EXPECT_TRUE(windows.IsVisible(floating));
     EXPECT_EQ(windows.Send(floating, wm::kAcadKeepFocus, 0, 0), 1);
     EXPECT_EQ(windows.Send(floating, wm::kNcActivate, 0, 0), 1);
-    EXPECT_TRUE(windows.Window(floating).captionActive);
-    // Docked, the window hides and the bar no longer follows it.
-    Bar().SetFloating(false, true);
-    EXPECT_FALSE(windows.IsVisible(floating));
-    windows.Move(floating, {400, 300, 700, 400}, true);
-    EXPECT_NE(windows.RectInParent(Bar().GetSafeHwnd()), (win::RECT{0, 0, 300, 100}));
-    Bar().SetFloating(true, true);
     Unload();
     EXPECT_EQ(HvRegImpl(kKey, L"").GetString(L"", L"FloatPosition", L""),
-              L"400:300:700:400:NORMAL");
+              L"400:300:900:420:NORMAL");
     MapModule();
     Load();
-    EXPECT_EQ(windows.ScreenRect(Bar().FloatingWindow()), (win::RECT{400, 300, 700, 400}));
+    EXPECT_EQ(windows.ScreenRect(Bar().FloatingWindow()), (win::RECT{400, 300, 900, 420}));
 }

@@ -1,6 +1,6 @@
 // The preview reader over DWG-shaped files of every version: what becomes the picture, what the
-// status and error texts say, palette fitting, cut and lying files, painting, and the sample
-// drawings when they are there.
+// status and error texts say, palette fitting, cut and lying files, painting, the preview pane
+// of several files, and the sample drawings when they are there.
 
 #include "views/dwg_preview.h"
 
@@ -10,11 +10,13 @@
 #include <sstream>
 
 #include "foundation/text_encoding.h"
+#include "platform/sim/sim_shell_pictures.h"
 #include "platform/sim/canvas/software_canvas.h"
 #include "ports/port.h"
 #include "support/test_files.h"
 #include "tools/dwgsamples/dwg_sample_writer.h"
 #include "views/dwg_version.h"
+#include "views/preview_static.h"
 #include "views_test_support.h"
 
 namespace {
@@ -381,6 +383,58 @@ TEST_F(DwgPreviewTest, HolderKeepsItsFileAndMakesBitmaps) {
     EXPECT_EQ(preview.m_nVersion, 16);
     EXPECT_EQ(preview.m_rcImage, (win::RECT{}));
     EXPECT_FALSE(preview.m_bRead);
+}
+
+// A 24-bit DIB of one colour, rows padded to four bytes.
+std::vector<std::uint8_t> SolidDib(int width, int height, win::COLORREF color) {
+    const std::string dib = MakeDib(SizedDib(width, height, 24));
+    std::vector<std::uint8_t> bytes(dib.begin(), dib.end());
+    const int stride = (width * 3 + 3) & ~3;
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            std::uint8_t* pixel = &bytes[40 + static_cast<std::size_t>(y * stride + x * 3)];
+            pixel[0] = win::BlueOf(color);
+            pixel[1] = win::GreenOf(color);
+            pixel[2] = win::RedOf(color);
+        }
+    }
+    return bytes;
+}
+
+TEST_F(DwgPreviewTest, ThePreviewPaneStacksSquaresAndShellPicturesUntilItIsFull) {
+    files.files[kPath] = MakeDwg(ThreeRecords("AC1015", MakeDib(DibSpec())));
+    files.files[L"/dwg/A.DWG"] = files.files[kPath];
+    SimShellPictures shell;
+    ScopedPort<ShellPictures> shellPort{shell};
+    constexpr win::COLORREF kRed = 0x0000FF;
+    shell.SetPicture(L"/doc/wide.png", SolidDib(40, 10, kRed));
+    // The square's width comes from the pane; a file without a shell picture keeps its place
+    // in the list and adds no height.
+    const auto items = LoadPreviewItems(
+        {kPath, L"/doc/none.txt", L"/doc/wide.png", L"/dwg/A.DWG", kPath}, 50);
+    ASSERT_EQ(items.size(), 5u);
+    EXPECT_EQ((std::vector<int>{items[0]->bShellImage, items[1]->bShellImage,
+                                items[2]->bShellImage, items[3]->bShellImage}),
+              (std::vector<int>{0, 1, 1, 0}));
+    EXPECT_TRUE(items[1]->bitmap.empty());
+    EXPECT_EQ(shell.Requests(), (std::vector<std::pair<std::wstring, int>>{
+                                    {L"/doc/none.txt", 50}, {L"/doc/wide.png", 50}}));
+    EXPECT_FALSE(items[0]->preview.m_hDib.empty());  // read at once, on this thread
+    SoftwareCanvas pane(54, 150);
+    constexpr PreviewPaneColors kColors{0x808080, 0xE0E0E0, 0xC0C0C0};
+    PaintPreviewPane(pane, items, kColors, win::LOGFONTW{});
+    EXPECT_EQ(pane.PixelAt(0, 0), kColors.shadow);
+    EXPECT_EQ(pane.PixelAt(53, 149), kColors.light);
+    // A square from 2 to 52; the wide picture 50 by trunc(50 * 10 / 40) = 12 below it; then
+    // the next square from 64, the last from 114, cut by the pane's edge.
+    EXPECT_NE(pane.PixelAt(27, 51), kRed);
+    EXPECT_EQ(pane.PixelAt(27, 52), kRed);
+    EXPECT_EQ(pane.PixelAt(27, 63), kRed);
+    EXPECT_NE(pane.PixelAt(27, 64), kRed);
+    EXPECT_NE(pane.PixelAt(27, 148), kColors.face);
+    // Fewer files leave the face below the last one.
+    PaintPreviewPane(pane, {}, kColors, win::LOGFONTW{});
+    EXPECT_EQ(pane.PixelAt(27, 100), kColors.face);
 }
 
 TEST(DwgVersionTable, TextsAndCodesAreSeparateTablesMatchedExactly) {
