@@ -21,9 +21,8 @@ public:
     }
     int Width() const override { return m_nWidth; }
     int Height() const override { return m_nHeight; }
-    const std::uint8_t* Row(int y) const override {
-        return m_bgr.data() + static_cast<std::size_t>(y) * m_nWidth * 3;
-    }
+    const std::uint8_t* Pixels() const override { return m_bgr.data(); }
+    std::size_t Stride() const override { return static_cast<std::size_t>(m_nWidth) * 3; }
 
 private:
     std::vector<std::uint8_t> m_bgr;

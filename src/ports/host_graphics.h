@@ -4,6 +4,7 @@
 // graphics system's own copy of the screen, a copy of the drawing view window's client area, and
 // the colours the host paints the model and the paper on.
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <vector>
@@ -26,8 +27,10 @@ public:
     virtual ~HostScreenShot() = default;
     virtual int Width() const = 0;
     virtual int Height() const = 0;
-    // Row `y` from the top: `Width()` pixels of three samples each, blue, green, red.
-    virtual const std::uint8_t* Row(int y) const = 0;
+    // The top row's first pixel. Rows lie `Stride()` bytes apart, each `Width()` pixels of
+    // three samples: blue, green, red.
+    virtual const std::uint8_t* Pixels() const = 0;
+    virtual std::size_t Stride() const = 0;
 };
 
 class HostGraphics {

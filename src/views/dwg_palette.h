@@ -4,6 +4,7 @@
 // switches drawings, and the one-shot timers 100 (redraw once the host has painted the view)
 // and 101 (the view was panned or zoomed: the active preview is out of date).
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -23,6 +24,19 @@ struct TabrowSettings;
 // What both views say when a click would switch drawings in the middle of a command.
 inline constexpr wchar_t kBusySwitchText[] =
     L"Please finish the active command before switching drawings!";
+
+// A picture of the active drawing's screen, held while its thumbnail is made.
+struct ScreenGrab {
+    const std::uint8_t* pixels = nullptr;  // the top row's first pixel
+    int width = 0;
+    int height = 0;
+    std::size_t stride = 0;
+    // Samples blue, green, red, as the graphics system keeps them; else red, green, blue.
+    bool bBgr = false;
+    // What `pixels` points into: the host's screen shot, or a copy of the window.
+    std::unique_ptr<HostScreenShot> shot;
+    std::unique_ptr<std::uint8_t[]> copy;
+};
 
 class HvDwgPalette : public DwgListView, public WindowHandler {
 public:
@@ -78,10 +92,8 @@ public:
     // Whether only a copy of the window shows the view: the graphics system draws it (a shaded
     // view, or on a layout's paper a viewport whose visual style is not 2D wireframe).
     bool NeedsWindowGrab(bool layout);
-    // The active drawing's picture as tight RGB rows from the top; false when the host gives
-    // none.
-    bool GrabDrawing(TrDocItem& item, int& width, int& height,
-                     std::unique_ptr<std::uint8_t[]>& rgb, bool layout);
+    // The active drawing's picture; false when the host gives none.
+    bool GrabDrawing(TrDocItem& item, ScreenGrab& grab, bool layout);
     // Takes a new thumbnail of the active drawing when its record (null: the active one's) is
     // dirty and not locked. Runs from paint.
     void UpdatePreview(TrDocItem* item);

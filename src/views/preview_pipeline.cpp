@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cwchar>
+#include <utility>
 #include <vector>
 
 #include "ports/canvas.h"
@@ -30,11 +31,6 @@ bool IsDarkBackground(win::COLORREF color) {
     return largest < 64;
 }
 
-std::unique_ptr<std::uint8_t[]> NewPixels(int width, int height) {
-    return std::unique_ptr<std::uint8_t[]>(
-        new std::uint8_t[static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 3]);
-}
-
 }  // namespace
 
 bool HvDwgPalette::NeedsWindowGrab(bool layout) {
@@ -48,8 +44,7 @@ bool HvDwgPalette::NeedsWindowGrab(bool layout) {
                        [](int type) { return type != kVisualStyle2dWireframe; });
 }
 
-bool HvDwgPalette::GrabDrawing(TrDocItem& item, int& width, int& height,
-                               std::unique_ptr<std::uint8_t[]>& rgb, bool layout) {
+bool HvDwgPalette::GrabDrawing(TrDocItem& item, ScreenGrab& grab, bool layout) {
     HostGraphics& graphics = Use<HostGraphics>();
     if (NeedsWindowGrab(layout)) {
         // The graphics system's own copy lags behind what it shows; the window's client area
@@ -59,27 +54,25 @@ bool HvDwgPalette::GrabDrawing(TrDocItem& item, int& width, int& height,
             graphics.CopyClientArea(Use<HostServices>().ActiveDwgView());
         if (bitmap == nullptr || bitmap->Width() < 1 || bitmap->Height() < 1)
             return false;
-        width = bitmap->Width();
-        height = bitmap->Height();
-        rgb = NewPixels(width, height);
-        return IS40_HBITMAPToRGB(bitmap.get(), rgb.get()) != 0;
+        grab.width = bitmap->Width();
+        grab.height = bitmap->Height();
+        grab.stride = static_cast<std::size_t>(grab.width) * 3;
+        grab.copy.reset(new std::uint8_t[grab.stride * static_cast<std::size_t>(grab.height)]);
+        grab.pixels = grab.copy.get();
+        grab.bBgr = false;
+        return IS40_HBITMAPToRGB(bitmap.get(), grab.copy.get()) != 0;
     }
     item.bFromView = false;
-    std::unique_ptr<HostScreenShot> shot = graphics.ScreenShot(0);
-    if (shot == nullptr || shot->Width() < 1 || shot->Height() < 1)
+    grab.shot = graphics.ScreenShot(0);
+    if (grab.shot == nullptr || grab.shot->Width() < 1 || grab.shot->Height() < 1)
         return false;
-    width = shot->Width();
-    height = shot->Height();
-    rgb = NewPixels(width, height);
-    std::uint8_t* out = rgb.get();
-    for (int y = 0; y < height; ++y) {
-        const std::uint8_t* in = shot->Row(y);
-        for (int x = 0; x < width; ++x, in += 3, out += 3) {
-            out[0] = in[2];
-            out[1] = in[1];
-            out[2] = in[0];
-        }
-    }
+    // Read where it lies: the reduction takes each sample by itself, so the order of the
+    // three is put right on the thumbnail instead of on the whole screen.
+    grab.width = grab.shot->Width();
+    grab.height = grab.shot->Height();
+    grab.stride = grab.shot->Stride();
+    grab.pixels = grab.shot->Pixels();
+    grab.bBgr = true;
     return true;
 }
 
@@ -97,10 +90,8 @@ void HvDwgPalette::UpdatePreview(TrDocItem* item) {
     if (HostDatabase* db = databases.WorkingDatabase())
         item->bPaperSpace = !databases.Tilemode(db);
 
-    int grabWidth = 0;
-    int grabHeight = 0;
-    std::unique_ptr<std::uint8_t[]> grab;
-    if (!GrabDrawing(*item, grabWidth, grabHeight, grab, item->bPaperSpace))
+    ScreenGrab grab;
+    if (!GrabDrawing(*item, grab, item->bPaperSpace))
         return;  // still dirty: the next paint tries again
     item->bDirty = false;
     item->bDarkBack = IsDarkBackground(item->bPaperSpace ? m_colors.layoutBackground
@@ -117,10 +108,14 @@ void HvDwgPalette::UpdatePreview(TrDocItem* item) {
         std::vector<std::uint8_t> target(static_cast<std::size_t>(stride) * height);
         // Unchecked on purpose: a grab smaller than the cell is refused, and the cell then
         // shows the untouched buffer.
-        IS40_ResizeImage({grab.get(), static_cast<UINT>(grabWidth), static_cast<UINT>(grabHeight),
-                          static_cast<UINT>(grabWidth) * 3, target.data(), width, height, stride,
-                          3, 15, 0});
-        grab.reset();
+        IS40_ResizeImage({grab.pixels, static_cast<UINT>(grab.width),
+                          static_cast<UINT>(grab.height), static_cast<UINT>(grab.stride),
+                          target.data(), width, height, stride, 3, 15, 0});
+        if (grab.bBgr) {
+            for (std::size_t i = 0; i < target.size(); i += 3)
+                std::swap(target[i], target[i + 2]);
+        }
+        grab = ScreenGrab();
         const ImageAdjustments adjust =
             m_readAdjustments ? m_readAdjustments(item->bDarkBack)
                               : (item->bDarkBack ? m_settings.m_blackBack : m_settings.m_whiteBack);

@@ -157,6 +157,16 @@ void SoftwareCanvas::FillMask(const std::uint8_t* mask, int width, int height, i
 bool SoftwareCanvas::ReadRgb(int x, int y, int width, int height, std::uint8_t* rgb) {
     if (rgb == nullptr || width < 0 || height < 0)
         return false;
+    if (x >= 0 && y >= 0 && x + width <= m_nWidth && y + height <= m_nHeight) {
+        // Wholly inside: whole rows at a time, as a copy of a window's picture reads it.
+        const std::size_t rowBytes = static_cast<std::size_t>(width) * 3;
+        for (int row = 0; row < height; ++row, rgb += rowBytes) {
+            const std::uint8_t* in =
+                m_pixels.data() + (static_cast<std::size_t>(y + row) * m_nWidth + x) * 3;
+            std::copy(in, in + rowBytes, rgb);
+        }
+        return true;
+    }
     for (int row = 0; row < height; ++row) {
         for (int column = 0; column < width; ++column) {
             const win::COLORREF c = PixelAt(x + column, y + row);
