@@ -2,6 +2,8 @@
 
 #include <stdexcept>
 
+#include "foundation/no_case.h"
+
 SimDatabase::SimDatabase(DbObjectId firstId) : m_nextId(firstId) {
     for (DbClass table : {DbClass::kBlockTable, DbClass::kLayerTable, DbClass::kLinetypeTable,
                           DbClass::kViewportTable, DbClass::kViewTable, DbClass::kTextStyleTable,
@@ -133,6 +135,33 @@ DbObjectId SimDatabase::AddLayerState(const std::wstring& name) {
 
 DbObjectId SimDatabase::AddDictionaryEntry(const std::wstring& name, DbClass cls) {
     return Add(cls, m_namedObjects, name);
+}
+
+DbObjectId SimDatabase::FindView(const std::wstring& name) const {
+    for (DbObjectId id : m_objects.at(TableId(DbClass::kViewTable)).children) {
+        if (EqualNoCase(m_objects.at(id).name, name))
+            return id;
+    }
+    return 0;
+}
+
+DbObjectId SimDatabase::FindLayout(const std::wstring& layoutName) const {
+    for (DbObjectId id : m_objects.at(m_layoutDict).children) {
+        const SimDbObject& layout = m_objects.at(id);
+        if (!layout.erased && EqualNoCase(layout.name, layoutName))
+            return layout.layoutId;
+    }
+    return 0;
+}
+
+DbStatus SimDatabase::RestoreLayerState(const std::wstring& name) {
+    for (DbObjectId id : m_objects.at(m_layerStates).children) {
+        if (!m_objects.at(id).erased && EqualNoCase(m_objects.at(id).name, name)) {
+            m_restoredStates.push_back(m_objects.at(id).name);
+            return dbs::kOk;
+        }
+    }
+    return dbs::kKeyNotFound;
 }
 
 void SimDatabase::Erase(DbObjectId id) {

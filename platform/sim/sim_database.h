@@ -83,6 +83,14 @@ public:
     void SetCurrentLayout(DbObjectId blockId);
     bool Tilemode() const { return m_tilemode; }
     void SetTilemode(bool on) { m_tilemode = on; }
+    // The view table's record of that name (in any letter case), 0 for none.
+    DbObjectId FindView(const std::wstring& name) const;
+    // The block of the layout of that name (in any letter case), 0 for none.
+    DbObjectId FindLayout(const std::wstring& layoutName) const;
+    // Restoring a layer state: the names restored, in order; kKeyNotFound for a name the
+    // drawing does not hold.
+    DbStatus RestoreLayerState(const std::wstring& name);
+    const std::vector<std::wstring>& RestoredLayerStates() const { return m_restoredStates; }
 
     bool Has(DbObjectId id) const { return m_objects.count(id) != 0; }
     SimDbObject& Object(DbObjectId id) { return m_objects.at(id); }
@@ -112,4 +120,5 @@ private:
     DbObjectId m_currentLayout = 0;
     int m_paperSpaceCount = 0;
     bool m_tilemode = true;
+    std::vector<std::wstring> m_restoredStates;
 };

@@ -313,6 +313,16 @@ DbObjectId SimDatabasePort::LayerStatesDictionaryId(HostDatabase* db) {
     return db ? SimDatabase::From(db)->LayerStatesId() : 0;
 }
 
+bool SimDatabasePort::HasLayerStateManager(HostDatabase* db) {
+    return db != nullptr && SimDatabase::From(db)->LayerStatesId() != 0;
+}
+
+DbStatus SimDatabasePort::RestoreLayerState(HostDatabase* db, const std::wstring& name) {
+    if (m_lockDepth == 0)
+        return dbs::kLockViolation;
+    return SimDatabase::From(db)->RestoreLayerState(name);
+}
+
 bool SimDatabasePort::IsPaperspaceView(DbObject* view) {
     return Obj(view).paperspaceView;
 }

@@ -57,6 +57,9 @@ public:
     bool HasHyperlink(DbObject* obj) override;
     std::vector<std::wstring> HyperlinkNames(DbObject* obj) override;
     DbObjectId LayerStatesDictionaryId(HostDatabase* db) override;
+    bool HasLayerStateManager(HostDatabase* db) override;
+    // Refused with kLockViolation unless a document is locked.
+    DbStatus RestoreLayerState(HostDatabase* db, const std::wstring& name) override;
     bool IsPaperspaceView(DbObject* view) override;
     DbStatus SetIsPaperspaceView(DbObject* view, bool on) override;
     DbPoint2d CenterPoint(DbObject* view) override;

@@ -24,15 +24,6 @@ std::wstring Upper(std::wstring text) {
 // What a save's file dialog does when the user cancels it: the command is cancelled.
 struct CommandCancelled {};
 
-// The view table's record of that name, 0 for none.
-DbObjectId FindView(SimDatabase& db, const std::wstring& name) {
-    for (DbObjectId id : db.Object(db.TableId(DbClass::kViewTable)).children) {
-        if (EqualNoCase(db.Object(id).name, name))
-            return id;
-    }
-    return 0;
-}
-
 // Ids of different databases never meet: each database gets its own range.
 constexpr DbObjectId kIdsPerDatabase = 1u << 24;
 
@@ -633,18 +624,20 @@ void SimHost::Activate(HostAutoDocument* doc) {
 HostAutoView* SimHost::AddView(HostAutoDocument* doc, const std::wstring& name) {
     CheckAutomation(SimAutomationCall::AddView);
     HostDocument* handle = AutoDocument(doc);
-    for (auto& view : m_views) {
-        if (view->doc == handle && EqualNoCase(view->name, name)) {
-            ++m_automationRefs;
-            return reinterpret_cast<HostAutoView*>(view.get());
-        }
-    }
     SimDatabase& db = DatabaseOf(handle);
-    if (FindView(db, name) == 0)
+    if (db.FindView(name) == 0)
         db.AddView(name);
-    m_views.push_back(std::make_unique<SimView>(SimView{handle, name, {}}));
     ++m_automationRefs;
-    return reinterpret_cast<HostAutoView*>(m_views.back().get());
+    return reinterpret_cast<HostAutoView*>(&NamedView(handle, name));
+}
+
+SimHost::SimView& SimHost::NamedView(HostDocument* doc, const std::wstring& name) {
+    for (auto& view : m_views) {
+        if (view->doc == doc && EqualNoCase(view->name, name))
+            return *view;
+    }
+    m_views.push_back(std::make_unique<SimView>(SimView{doc, name, {}}));
+    return *m_views.back();
 }
 
 void SimHost::Release(HostAutoView* view) {
@@ -701,7 +694,7 @@ void SimHost::SetView(HostAutoView* view, ViewProperty property, const ViewValue
     if (property != ViewProperty::Center)
         return;
     SimDatabase& db = DatabaseOf(v.doc);
-    if (DbObjectId id = FindView(db, v.name))
+    if (DbObjectId id = db.FindView(v.name))
         db.Object(id).center = DbPoint2d{value.x, value.y};
 }
 

@@ -17,11 +17,12 @@
 
 #include "platform/sim/sim_database.h"
 #include "platform/sim/sim_database_port.h"
+#include "platform/sim/sim_popup_menus.h"
 #include "platform/sim/sim_graphics.h"
 #include "platform/sim/sim_registry.h"
 #include "platform/sim/sim_shell.h"
-#include "platform/sim/sim_shell_pictures.h"
 #include "platform/sim/sim_sheet_sets.h"
+#include "platform/sim/sim_shell_pictures.h"
 #include "platform/sim/sim_system_look.h"
 #include "platform/sim/sim_tab_control.h"
 #include "platform/sim/sim_tool_tips.h"
@@ -74,6 +75,7 @@ struct SimViewport {
     ViewValue height;
     ViewValue target;
     ViewValue width;
+    std::wstring view = {};  // the named view it was last set to
 };
 
 // The automation calls that a test can make fail one at a time.
@@ -95,6 +97,11 @@ enum class SimAutomationCall {
     ActiveLayoutName,
     GetViewport,
     SetView,
+    // Going to a layout, a view or a layer state.
+    Layouts,
+    Views,
+    Regen,
+    ZoomWindow,
     // the batch commands' calls
     ActiveDocument,
     ReadOnly,
@@ -207,6 +214,9 @@ public:
     SimViewport& Viewport(HostDocument* doc, bool paper) { return m_viewports[{doc, paper}]; }
     // What automation set on a named view of the drawing, by property.
     std::map<ViewProperty, ViewValue> ViewValues(HostDocument* doc, const std::wstring& name) const;
+    // A value of a named view of the drawing's view table, as automation reads it.
+    void SetViewValue(HostDocument* doc, const std::wstring& name, ViewProperty property,
+                      const ViewValue& value);
     SimShell& FileShell() { return m_shell; }
     // The host's roaming root folder, where its profile files live; none at first.
     void SetRoamableRootFolder(const std::wstring& folder) { m_roamingFolder = folder; }
@@ -225,6 +235,7 @@ public:
     SimGraphics& Graphics() { return m_graphics; }
     SimRegistry& Registry() { return m_registry; }
     SimTabControl& TabControl() { return m_tabControls; }
+    SimPopupMenus& Menus() { return m_menus; }
     SimToolTips& ToolTipControls() { return m_toolTips; }
     SimShellPictures& ShellPictureMaker() { return m_shellPictures; }
     // The visual styles, on at start; a test turns them off as a user would.
@@ -311,6 +322,19 @@ public:
     std::wstring ActiveLayoutName(HostAutoDocument* doc) override;
     ViewValue GetViewport(HostAutoViewport* viewport, ViewProperty property) override;
     void SetView(HostAutoView* view, ViewProperty property, const ViewValue& value) override;
+    // (sim_host_navigation.cpp) Each change is written to AutomationLog() as well:
+    // "ActiveLayout <name> <title>", "ActiveSpace <n> <title>", "SetView <view>",
+    // "ActiveViewport <title>", "Regen <title>", "ZoomWindow <x1>,<y1> <x2>,<y2> <title>".
+    std::wstring LayoutName(HostAutoDocument* doc, const std::wstring& name) override;
+    void SetActiveLayout(HostAutoDocument* doc, const std::wstring& name) override;
+    void SetActiveSpace(HostAutoDocument* doc, int activeSpace) override;
+    HostAutoView* ViewItem(HostAutoDocument* doc, const std::wstring& name) override;
+    ViewValue GetView(HostAutoView* view, ViewProperty property) override;
+    void SetViewportView(HostAutoViewport* viewport, HostAutoView* view) override;
+    void SetActiveViewport(HostAutoDocument* doc, HostAutoViewport* viewport) override;
+    void RegenAll(HostAutoDocument* doc) override;
+    void ZoomWindow(HostApplication* app, const ViewValue& lowerLeft,
+                    const ViewValue& upperRight) override;
 
     // --- DocumentAutomation (sim_host_batch.cpp) ---
     // Every call is written to AutomationLog() as "Call" or "Call title": the order in which
@@ -396,6 +420,7 @@ private:
     SimRegistry m_registry;
     SimSystemLook m_look;
     SimTabControl m_tabControls{m_windows};
+    SimPopupMenus m_menus{m_windows};
     SimToolTips m_toolTips{m_windows};
     SimShellPictures m_shellPictures;
     SimTheme m_theme;
@@ -446,6 +471,7 @@ private:
         std::map<ViewProperty, ViewValue> values;
     };
     HostDocument* AutoDocument(HostAutoDocument* doc);
+    SimView& NamedView(HostDocument* doc, const std::wstring& name);
     void CheckApplication(HostApplication* app) const;
     HostDocument* NewDrawingFrom(const std::wstring& templateName);
     SimShell m_shell;
@@ -471,6 +497,7 @@ private:
     ScopedPort<KeyValueStore> m_registryPort;
     ScopedPort<SystemLook> m_lookPort;
     ScopedPort<Shell> m_shellPort{m_shell};
+    ScopedPort<PopupMenus> m_menusPort{m_menus};
     ScopedPort<FolderDialog> m_folderDialogPort{*this};
     ScopedPort<Theme> m_themePort;
     SimGraphics m_graphics{*this};
@@ -483,4 +510,7 @@ private:
     ScopedPort<SheetSets> m_sheetSetsPort{m_sheetSets};
     ScopedPort<SheetSelectionDialog> m_sheetSelectionPort{m_sheetSets};
     ScopedPort<ScrollBars> m_scrollBarsPort{m_windows};
+    ScopedPort<ToolTips> m_toolTipsPort{m_toolTips};
+    ScopedPort<DrawingSummaries> m_summariesPort{m_databasePort};
+    ScopedPort<ShellPictures> m_shellPicturesPort{m_shellPictures};
 };

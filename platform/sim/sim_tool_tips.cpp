@@ -404,3 +404,12 @@ void SimToolTips::TrackActivate(HostToolTip* tip, HostWindow* window, unsigned i
     if (activate && control->active)
         Show(*control, *tool, control->trackPosition);
 }
+
+win::SIZE SimToolTips::BubbleSize(HostToolTip* tip, HostWindow* window, unsigned id) {
+    SimToolTip* control = Live(tip, "BubbleSize");
+    const ToolTipTool* tool = control == nullptr ? nullptr : FindTool(*control, window, id);
+    if (tool == nullptr || !tool->tracking || control->shownText.empty())
+        return {};
+    const win::RECT r = m_windows.ScreenRect(control->popup);
+    return {r.Width(), r.Height()};
+}

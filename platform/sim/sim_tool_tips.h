@@ -67,6 +67,7 @@ public:
     void Pop(HostToolTip* tip) override;
     void TrackPosition(HostToolTip* tip, win::POINT screen) override;
     void TrackActivate(HostToolTip* tip, HostWindow* window, unsigned id, bool activate) override;
+    win::SIZE BubbleSize(HostToolTip* tip, HostWindow* window, unsigned id) override;
 
     // The popup's timers.
     static constexpr unsigned kShowTimer = 1;

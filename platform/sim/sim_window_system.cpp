@@ -303,6 +303,10 @@ std::intptr_t SimWindowSystem::Call(SimProcedure* procedure, HostWindow* window,
     return procedure->function(window, message, wParam, lParam);
 }
 
+namespace {
+win::POINT PointOf(std::intptr_t lParam);
+}  // namespace
+
 std::intptr_t SimWindowSystem::DefaultProcedure(HostWindow* window, unsigned message,
                                                 std::uintptr_t wParam, std::intptr_t lParam) {
     if (!IsWindow(window))
@@ -318,8 +322,10 @@ std::intptr_t SimWindowSystem::DefaultProcedure(HostWindow* window, unsigned mes
     }
     // What the window system does itself: a window left unpainted gets its class's look; a
     // child's cursor is its parent's to set first, then the class cursor (an arrow for every
-    // class here); a position change is accepted as it stands; a modeless dialog ends (hides)
-    // on Enter's IDOK and Esc's IDCANCEL; every other message is answered 0.
+    // class here); a right button's release asks the window for its context menu at the
+    // screen point, which a child that has none hands to its parent; a position change is
+    // accepted as it stands; a modeless dialog ends (hides) on Enter's IDOK and Esc's
+    // IDCANCEL; every other message is answered 0.
     if (message == wm::kPaint)
         PaintOwn(window);
     if (message == wm::kNcActivate)
@@ -327,10 +333,18 @@ std::intptr_t SimWindowSystem::DefaultProcedure(HostWindow* window, unsigned mes
     if (message == wm::kCommand && Window(window).className == ws::kDialogClass &&
         (wParam == 1 || wParam == 2))
         Show(window, false);
-    if (message == wm::kLButtonDown && Window(window).className == L"ScrollBar") {
-        const auto packed = static_cast<std::uint32_t>(lParam);
-        PressScrollBar(window, win::POINT{static_cast<std::int16_t>(packed & 0xFFFF),
-                                          static_cast<std::int16_t>(packed >> 16)});
+    if (message == wm::kLButtonDown && Window(window).className == L"ScrollBar")
+        PressScrollBar(window, PointOf(lParam));
+    if (message == wm::kRButtonUp) {
+        const win::POINT screen = ClientToScreen(window, PointOf(lParam));
+        Send(window, wm::kContextMenu, reinterpret_cast<std::uintptr_t>(window),
+             static_cast<std::intptr_t>((static_cast<std::uint32_t>(screen.x) & 0xFFFF) |
+                                        ((static_cast<std::uint32_t>(screen.y) & 0xFFFF) << 16)));
+    }
+    if (message == wm::kContextMenu) {
+        if (HostWindow* parent = Window(window).parent;
+            parent != nullptr && (Window(window).style & ws::kChild) != 0)
+            return Send(parent, message, wParam, lParam);
     }
     if (message == wm::kSetCursor) {
         if (HostWindow* parent = Window(window).parent;
@@ -444,6 +458,10 @@ int SimWindowSystem::SystemMetric(int index) {
         return 23;
     case ws::kSmCxFrame:
         return 4;
+    case ws::kSmCxMaxTrack:
+        return kScreen.Width();
+    case ws::kSmCyMaxTrack:
+        return kScreen.Height();
     default:
         return 0;
     }

@@ -154,3 +154,10 @@ void Win32ToolTips::TrackActivate(HostToolTip* tip, HostWindow* window, unsigned
     ::SendMessageW(Hwnd(tip), TTM_TRACKACTIVATE, activate ? TRUE : FALSE,
                    reinterpret_cast<LPARAM>(&info));
 }
+
+win::SIZE Win32ToolTips::BubbleSize(HostToolTip* tip, HostWindow* window, unsigned id) {
+    TTTOOLINFOW info = ToolInfo(Hwnd(window), id);
+    const LRESULT size =
+        ::SendMessageW(Hwnd(tip), TTM_GETBUBBLESIZE, 0, reinterpret_cast<LPARAM>(&info));
+    return {LOWORD(size), HIWORD(size)};
+}

@@ -30,6 +30,7 @@ public:
     void Pop(HostToolTip* tip) override;
     void TrackPosition(HostToolTip* tip, win::POINT screen) override;
     void TrackActivate(HostToolTip* tip, HostWindow* window, unsigned id, bool activate) override;
+    win::SIZE BubbleSize(HostToolTip* tip, HostWindow* window, unsigned id) override;
 
 private:
     using ToolKey = std::tuple<HWND, HWND, UINT>;  // the control, the tool's window, its id

@@ -3,7 +3,9 @@
 #include <cwchar>
 
 #include "bar/batch_commands.h"
+#include "bar/menu_ids.h"
 #include "bar/plot_all.h"
+#include "bar/save_view.h"
 #include "layout/host_windows.h"
 #include "layout/relayout.h"
 #include "ports/host_services.h"
@@ -142,6 +144,10 @@ MsgResult HvTabrow::OnNotify(const win::NMHDR& header) {
 }
 
 MsgResult HvTabrow::OnCommand(unsigned id, unsigned /*code*/, HostWindow* /*control*/) {
+    return id < cmd::kFirstDynamic ? OnFixedCommand(id) : OnMenuCommand(id);
+}
+
+MsgResult HvTabrow::OnFixedCommand(unsigned id) {
     TrBatchCommands batch(*this, m_pHostApp);
     TrPlotAll plot(batch);
     switch (id) {
@@ -156,6 +162,26 @@ MsgResult HvTabrow::OnCommand(unsigned id, unsigned /*code*/, HostWindow* /*cont
         case cmd::kPlotAll: plot.OnPlotAll(); break;
         case cmd::kExitSaveAll: batch.OnExitSaveAll(); break;
         case cmd::kExitNoSave: batch.OnExitNoSave(); break;
+        case cmd::kChangeTemplatePath: OnChangeTemplatePath(); break;
+        case cmd::kEmptyDrawing: OnEmptyDrawing(); break;
+        case cmd::kSheetSetSearchPath: SetSheetSetSearchPath(); break;
+        case cmd::kOpenSheetSetsInManager: ToggleOpenSheetSetInSSM(); break;
+        case cmd::kLockPreview:
+            if (m_bTabMode == 0 && m_pMenuDoc != nullptr)
+                m_palette.ToggleLock(m_pMenuDoc);
+            break;
+        case cmd::kOpenFolder: OpenMenuDocumentFolder(); break;
+        case cmd::kSaveView: OnSaveView(m_pMenuDoc); break;
+        case cmd::kRefreshPreview: OnRefreshPreview(); break;
+        case cmd::kRefreshPreviews: OnRefreshPreviews(); break;
+        case cmd::kAbout:
+            if (m_showAbout)
+                m_showAbout();
+            break;
+        case cmd::kOptions:
+            if (m_showOptions)
+                m_showOptions();
+            break;
         default: return MsgResult::NotHandled();
     }
     return MsgResult::Handled();

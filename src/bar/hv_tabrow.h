@@ -5,7 +5,9 @@
 
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,9 +15,11 @@
 #include "bar/doc_manager_reactor.h"
 #include "bar/drawing_contents.h"
 #include "bar/editor_reactor.h"
-#include "foundation/file_entry.h"
+#include "bar/list_dialog.h"
 #include "bar/rect_tracker.h"
 #include "bar/tr_float_dlg.h"
+#include "foundation/file_entry.h"
+#include "ports/popup_menu.h"
 #include "ports/window_handler.h"
 #include "settings/tabrow_settings.h"
 #include "views/dwg_palette.h"
@@ -112,8 +116,14 @@ public:
     MsgResult OnEraseBkgnd() override;
     // The tab control's selection notifications go to OnTabSelChanging and OnTabSelChange.
     MsgResult OnNotify(const win::NMHDR& header) override;
-    // The menu's commands, by id.
+    // The context menu (context_menu.cpp), built afresh at each right click.
+    MsgResult OnContextMenu(HostWindow* window, win::POINT screen) override;
+    // While a work set's "All" row is highlighted, a tip beside its popup lists its files.
+    MsgResult OnMenuSelect(unsigned item, unsigned flags) override;
+    // The menu's commands: the fixed ids by the table, a list's row decoded by its id.
     MsgResult OnCommand(unsigned id, unsigned code, HostWindow* control) override;
+    // The drawing under a point of the bar's client area: the tab's or the cell's, by the mode.
+    HostDocument* HitTestDocument(win::POINT ptClient);
 
     // Opening drawings: any file through its program, a drawing through the host unless it is
     // open already. The recent drawings live in the settings store, newest first; the list here
@@ -192,6 +202,22 @@ public:
     std::uint8_t m_bResizing = 0;   // a drag of the bar's edge is under way
     std::uint8_t m_bSwitching = 0;  // the bar itself asks the host to switch drawings
     HostDocument* m_pMenuDoc = nullptr;  // the drawing the context menu was opened on
+    // The context menu's lists, each id to its row; they outlive the menu until the next
+    // opening, for the command of the row chosen.
+    TrWorkSetRows m_WorkSetItems;
+    TrTextRows m_LayoutItems;
+    TrPathRows m_XrefItems;
+    TrPathRows m_ImageItems;
+    TrPathRows m_OleLinkItems;
+    TrPathRows m_HyperlinkItems;
+    TrTextRows m_LayerStateItems;
+    TrViewRows m_ViewItems;
+    // Shows the list dialog (the layout of a paper space view without one); until a window
+    // layer sets it, the question is answered with Cancel.
+    ListDialogRunner m_runListDialog;
+    // The About box and the preferences dialog live with the application; it sets these.
+    std::function<void()> m_showAbout;
+    std::function<void()> m_showOptions;
 
     // Shared standard cursors: never freed.
     HostCursor* m_hArrowCursor = nullptr;
@@ -205,6 +231,23 @@ public:
     static constexpr int kTabCtrlId = 1003;
 
 private:
+    MsgResult OnFixedCommand(unsigned id);
+    // The context menu's parts, each taking its ids from the counter.
+    MenuRows BuildRecentRows(unsigned* pNextId);
+    MenuRows BuildWorkSetMenu(unsigned* pNextId);
+    // Null on a host without sheet sets, whose lists are filled all the same.
+    std::optional<MenuRows> BuildSheetSetMenu(unsigned* pNextId);
+    void AppendDrawingRows(MenuRows& menu, unsigned* pNextId);
+    MsgResult OnMenuCommand(unsigned id);
+    // A list's row chosen; an answer ends the command there, none lets it go on.
+    std::optional<MsgResult> RunMenuRow(unsigned id);
+    void SwitchLayout(const std::wstring& name);
+    void RestoreLayerState(const std::wstring& name);
+    // False when the user left a paper space view's layout unchosen.
+    bool RestoreView(const ViewItem& item);
+    void OpenMenuDocumentFolder();
+    // The files of a work set, one a line, for the tip of its "All" row.
+    std::wstring WorkSetTipText(const std::wstring& name);
     // The palette first, then the tabs, as every list change goes.
     template <class Change>
     void ForEachView(Change change) {

@@ -62,6 +62,8 @@ void CreateSheetSetManager() {
 
 void CreateBar() {
     g_pTabrow = new HvTabrow(BarContext{theApp, theApp.m_strAppDataDir, g_pHostApp});
+    g_pTabrow->m_showAbout = [] { theApp.ShowAbout(g_hwndFrame); };
+    g_pTabrow->m_showOptions = TrOptions;
     g_pTabrow->Create();  // builds the document lists at its end
     // After the bar's window: the hooks use the bar in their first message.
     g_pMdiClientHook = new HvTrMdiClientWnd;

@@ -76,4 +76,24 @@ public:
     virtual std::wstring ActiveLayoutName(HostAutoDocument* doc) = 0;  // ActiveLayout.Name
     virtual ViewValue GetViewport(HostAutoViewport* viewport, ViewProperty property) = 0;
     virtual void SetView(HostAutoView* view, ViewProperty property, const ViewValue& value) = 0;
+
+    // --- going to a layout, a view or a layer state from the menu ---
+    // Layouts.Item(name).Name: the layout's own name; a name the collection does not hold
+    // throws ComError.
+    virtual std::wstring LayoutName(HostAutoDocument* doc, const std::wstring& name) = 0;
+    // ActiveLayout set to the layout of that name; throws ComError when there is none.
+    virtual void SetActiveLayout(HostAutoDocument* doc, const std::wstring& name) = 0;
+    virtual void SetActiveSpace(HostAutoDocument* doc, int activeSpace) = 0;
+    // Views.Item(name) with one reference held; a name the collection does not hold throws.
+    virtual HostAutoView* ViewItem(HostAutoDocument* doc, const std::wstring& name) = 0;
+    virtual ViewValue GetView(HostAutoView* view, ViewProperty property) = 0;
+    // Viewport.SetView: the viewport shows the view.
+    virtual void SetViewportView(HostAutoViewport* viewport, HostAutoView* view) = 0;
+    // ActiveViewport set to the viewport, which makes the change show.
+    virtual void SetActiveViewport(HostAutoDocument* doc, HostAutoViewport* viewport) = 0;
+    // Document.Regen(1): every viewport.
+    virtual void RegenAll(HostAutoDocument* doc) = 0;
+    // Application.ZoomWindow on the active drawing; z is the centre's.
+    virtual void ZoomWindow(HostApplication* app, const ViewValue& lowerLeft,
+                            const ViewValue& upperRight) = 0;
 };

@@ -159,6 +159,11 @@ public:
     // The dictionary of the database's layer state manager, without making one: 0 when there
     // is no manager or no dictionary.
     virtual DbObjectId LayerStatesDictionaryId(HostDatabase* db) = 0;
+    // getLayerStateManager: false when the database has none.
+    virtual bool HasLayerStateManager(HostDatabase* db) = 0;
+    // restoreLayerState of the manager: the layers take the state's properties. The
+    // database's document must be locked for writing.
+    virtual DbStatus RestoreLayerState(HostDatabase* db, const std::wstring& name) = 0;
 
     // View table records.
     virtual bool IsPaperspaceView(DbObject* view) = 0;

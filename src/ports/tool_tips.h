@@ -79,4 +79,7 @@ public:
     virtual void TrackPosition(HostToolTip* tip, win::POINT screen) = 0;
     virtual void TrackActivate(HostToolTip* tip, HostWindow* window, unsigned id,
                                bool activate) = 0;
+    // TTM_GETBUBBLESIZE: the size of the box that shows the tool's tip now; empty while it
+    // doesn't show.
+    virtual win::SIZE BubbleSize(HostToolTip* tip, HostWindow* window, unsigned id) = 0;
 };

@@ -19,6 +19,8 @@ namespace ws {
 // GetSystemMetrics indexes.
 constexpr int kSmCxFrame = 32;
 constexpr int kSmCyCaption = 4;
+constexpr int kSmCxMaxTrack = 59;  // the largest a window can be made: where a tip must end
+constexpr int kSmCyMaxTrack = 60;
 constexpr unsigned kChild = 0x40000000;
 constexpr unsigned kVisible = 0x10000000;
 constexpr unsigned kClipChildren = 0x02000000;
