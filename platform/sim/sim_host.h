@@ -510,7 +510,4 @@ private:
     ScopedPort<SheetSets> m_sheetSetsPort{m_sheetSets};
     ScopedPort<SheetSelectionDialog> m_sheetSelectionPort{m_sheetSets};
     ScopedPort<ScrollBars> m_scrollBarsPort{m_windows};
-    ScopedPort<ToolTips> m_toolTipsPort{m_toolTips};
-    ScopedPort<DrawingSummaries> m_summariesPort{m_databasePort};
-    ScopedPort<ShellPictures> m_shellPicturesPort{m_shellPictures};
 };
