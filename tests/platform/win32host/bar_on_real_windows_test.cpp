@@ -5,6 +5,8 @@
 
 #include <windows.h>
 
+#include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -12,6 +14,7 @@
 #include "gdi_test_support.h"
 #include "host/tabrow_app.h"
 #include "host_session.h"
+#include "ports/host_graphics.h"
 #include "settings/settings_keys.h"
 #include "support/png_writer.h"
 #include "support/test_files.h"
@@ -67,15 +70,18 @@ protected:
         ::SendInput(1, &press, sizeof press);
         session.Pump();
     }
-    void ClickTabOf(HostDocument* doc) {
+    POINT TabCentre(HostDocument* doc) {
         RECT item{};
         const int index = g_pTabrow->m_tabCtrl.FindDocument(doc);
-        ASSERT_TRUE(
+        EXPECT_TRUE(
             ::SendMessageW(Tabs(), TCM_GETITEMRECT, index, reinterpret_cast<LPARAM>(&item)));
         POINT centre{(item.left + item.right) / 2, (item.top + item.bottom) / 2};
         ::ClientToScreen(Tabs(), &centre);
         ::SetForegroundWindow(session.Frame().Frame());
-        MouseTo(centre);
+        return centre;
+    }
+    void ClickTabOf(HostDocument* doc) {
+        MouseTo(TabCentre(doc));
         Button(true);
         Button(false);
     }
@@ -209,6 +215,28 @@ TEST_F(BarOnRealWindows, AClickOnATabSwitchesDrawingsUnlessACommandRuns) {
     session.Host().CancelCommand();
 }
 
+TEST_F(BarOnRealWindows, TheMouseRestingOnATabShowsTheDrawingsTipAfterTheDelay) {
+    session.StoreSetting(keys::kShowDwgPropsInTips, 1);
+    LoadDocked(kTop);
+    const auto tip = reinterpret_cast<HWND>(g_pTabrow->m_tip);
+    for (HostDocument* doc : {docs[1], docs[2]}) {
+        MouseTo(TabCentre(doc));
+        const DWORD start = ::GetTickCount();
+        while (!::IsWindowVisible(tip) && ::GetTickCount() - start < 3000) {
+            ::Sleep(20);
+            session.Pump();
+        }
+        ASSERT_TRUE(::IsWindowVisible(tip));
+        TTTOOLINFOW tool{};
+        tool.cbSize = sizeof tool;
+        ASSERT_TRUE(::SendMessageW(tip, TTM_GETCURRENTTOOLW, 0, reinterpret_cast<LPARAM>(&tool)));
+        std::wstring text(1024, L'\0');
+        tool.lpszText = text.data();
+        ::SendMessageW(tip, TTM_GETTEXTW, text.size(), reinterpret_cast<LPARAM>(&tool));
+        EXPECT_EQ(g_pTabrow->GetTipText(doc), std::wstring(text.c_str()));
+    }
+}
+
 TEST_F(BarOnRealWindows, DraggingTheEdgeInTheCommandWindowWidensTheBarOnRelease) {
     LoadDocked(kCmdLeft);
     const RECT before = RectInParent(Bar());
@@ -254,6 +282,49 @@ TEST_F(BarOnRealWindows, AFloatingBarStandsInAWindowOfItsOwnAndLeavesTheHostItsR
     EXPECT_NEAR((work.top + work.bottom) / 2, (placed.top + placed.bottom) / 2, 1);
 }
 
+// In preview mode the thumbnails are the MDI children as the screen shows them: the graphics
+// port's copy is the view's part of the frame's picture, and each cell shows more than a plain
+// fill. The frame is saved as host-previews-SIDE.png beside the program.
+class PreviewBar : public BarOnRealWindows, public ::testing::WithParamInterface<int> {};
+INSTANTIATE_TEST_SUITE_P(FourSides, PreviewBar, ::testing::Values(kTop, kLeft, kRight, kBottom));
+
+TEST_P(PreviewBar, ThumbnailsShowTheViewsOfTheRealFrame) {
+    LoadDocked(GetParam(), false);
+    for (HostDocument* doc : docs)
+        session.Host().ActivateDocument(doc);
+    const HostPicture screen = session.Screenshot();
+    ASSERT_FALSE(screen.rgb.empty());
+    EXPECT_TRUE(SavePng(BesideProgram(L"host-previews-" + std::to_wstring(GetParam()) + L".png"),
+                        screen.rgb.data(), screen.width, screen.height, screen.width * 3));
+    const auto area = [&](HWND window, RECT r) {
+        ::MapWindowPoints(window, session.Frame().Frame(), reinterpret_cast<POINT*>(&r), 2);
+        std::vector<std::uint8_t> rgb;
+        for (int y = r.top; y < r.bottom; ++y)
+            rgb.insert(rgb.end(), &screen.rgb[(y * screen.width + r.left) * 3],
+                       &screen.rgb[(y * screen.width + r.right) * 3]);
+        return rgb;
+    };
+    RECT view{};
+    ::GetClientRect(ActiveView(), &view);
+    const std::unique_ptr<Canvas> copy =
+        Use<HostGraphics>().CopyClientArea(session.Host().ActiveDwgView());
+    ASSERT_NE(nullptr, copy);
+    std::vector<std::uint8_t> copied(static_cast<std::size_t>(view.right) * view.bottom * 3);
+    ASSERT_TRUE(copy->ReadRgb(0, 0, view.right, view.bottom, copied.data()));
+    EXPECT_EQ("", FirstDifference(area(ActiveView(), view), copied, view.right, {0, 0, view.right, view.bottom}));
+    const auto palette = reinterpret_cast<HWND>(g_pTabrow->m_palette.m_hWnd);
+    for (HostDocument* doc : docs) {
+        const TrDocItem* item = g_pTabrow->m_palette.FindItem(doc);
+        ASSERT_NE(nullptr, item);
+        const win::RECT& r = item->rcItem;
+        const std::vector<std::uint8_t> cell = area(palette, {r.left, r.top, r.right, r.bottom});
+        std::set<std::uint32_t> colours;
+        for (std::size_t i = 0; i < cell.size(); i += 3)
+            colours.insert(cell[i] << 16 | cell[i + 1] << 8 | cell[i + 2]);
+        EXPECT_LT(8u, colours.size()) << "the cell of " << doc;
+    }
+}
+
 int ThreadWindows() {
     int count = 0;
     ::EnumThreadWindows(
@@ -270,7 +341,7 @@ int ThreadWindows() {
 
 int ModuleClasses() {
     int count = 0;
-    for (const wchar_t* name : {L"HvTabrow", L"HvDwgPalette", L"HvTrFloatWnd"}) {
+    for (const wchar_t* name : {L"HvTabrow", L"HvDwgPalette"}) {
         WNDCLASSEXW wc{};
         wc.cbSize = sizeof wc;
         count += ::GetClassInfoExW(::GetModuleHandleW(nullptr), name, &wc) ? 1 : 0;
@@ -285,7 +356,7 @@ TEST_F(BarOnRealWindows, TenLoadsAndUnloadsLeaveNoGdiObjectWindowOrClassBehind) 
     EXPECT_EQ(0, ModuleClasses());
     for (int i = 0; i < 10; ++i) {
         ASSERT_TRUE(session.Load());
-        EXPECT_EQ(3, ModuleClasses());
+        EXPECT_EQ(2, ModuleClasses());
         session.Unload();
     }
     EXPECT_EQ(gdi, LiveGdiObjects());
