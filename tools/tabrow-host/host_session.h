@@ -18,6 +18,7 @@
 #include "platform/win32/gdi_font_rasteriser.h"
 #include "platform/win32/win32_file_system.h"
 #include "platform/win32/win32_popup_menus.h"
+#include "platform/win32/win32_profile_file.h"
 #include "platform/win32/win32_system_look.h"
 #include "platform/win32/win32_tab_controls.h"
 #include "platform/win32/win32_theme.h"
@@ -36,6 +37,7 @@ struct ModuleAdapters {
     Win32SystemLook look;
     Win32ToolTips tips;
     Win32PopupMenus menus;
+    Win32ProfileFile profiles;
     ScopedPort<WindowSystem> windowsPort{windows};
     ScopedPort<WindowProcedures> proceduresPort{procedures};
     ScopedPort<TabControls> tabsPort{tabs};
@@ -44,6 +46,7 @@ struct ModuleAdapters {
     ScopedPort<ScrollBars> scrollBarsPort{windows};
     ScopedPort<ToolTips> tipsPort{tips};
     ScopedPort<PopupMenus> menusPort{menus};
+    ScopedPort<ProfileFile> profilesPort{profiles};
 };
 
 // What a screenshot holds: red, green, blue, rows from the top.

@@ -63,10 +63,11 @@ protected:
         ::SendInput(1, &move, sizeof move);
         session.Pump();
     }
-    void Button(bool down) {
+    void Button(bool down, bool right = false) {
         INPUT press{};
         press.type = INPUT_MOUSE;
-        press.mi.dwFlags = down ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_LEFTUP;
+        press.mi.dwFlags = right ? (down ? MOUSEEVENTF_RIGHTDOWN : MOUSEEVENTF_RIGHTUP)
+                                 : (down ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_LEFTUP);
         ::SendInput(1, &press, sizeof press);
         session.Pump();
     }
@@ -235,6 +236,56 @@ TEST_F(BarOnRealWindows, TheMouseRestingOnATabShowsTheDrawingsTipAfterTheDelay) 
         ::SendMessageW(tip, TTM_GETTEXTW, text.size(), reinterpret_cast<LPARAM>(&tool));
         EXPECT_EQ(g_pTabrow->GetTipText(doc), std::wstring(text.c_str()));
     }
+}
+
+// The user in an open menu: arrow keys down the rows until the one whose text begins so is lit,
+// then Enter; Esc when no such row comes round. Runs from a timer, which the menu's own loop
+// dispatches.
+std::wstring g_menuRow;
+int g_menuSelects = 0;
+int g_menuKeys = 0;
+
+void CALLBACK ChooseMenuRow(HWND, UINT, UINT_PTR timer, DWORD) {
+    HWND menuWindow = ::FindWindowW(L"#32768", nullptr);
+    if (menuWindow == nullptr || !::IsWindowVisible(menuWindow))
+        return;
+    const auto menu = reinterpret_cast<HMENU>(::SendMessageW(menuWindow, MN_GETHMENU, 0, 0));
+    for (int i = 0; i < ::GetMenuItemCount(menu); ++i) {
+        wchar_t text[256] = L"";
+        ::GetMenuStringW(menu, static_cast<UINT>(i), text, 256, MF_BYPOSITION);
+        if ((::GetMenuState(menu, static_cast<UINT>(i), MF_BYPOSITION) & MF_HILITE) != 0 &&
+            std::wstring(text).starts_with(g_menuRow)) {
+            ::KillTimer(nullptr, timer);
+            ::PostMessageW(menuWindow, WM_KEYDOWN, VK_RETURN, 0);
+            return;
+        }
+    }
+    ::PostMessageW(menuWindow, WM_KEYDOWN, ++g_menuKeys < 100 ? VK_DOWN : VK_ESCAPE, 0);
+}
+
+LRESULT CALLBACK CountMenuSelects(int code, WPARAM wParam, LPARAM lParam) {
+    if (code == HC_ACTION && reinterpret_cast<const CWPSTRUCT*>(lParam)->message == WM_MENUSELECT)
+        ++g_menuSelects;
+    return ::CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+TEST_F(BarOnRealWindows, ARightClickOnATabOpensTheMenuWhoseRowActsOnThatDrawing) {
+    LoadDocked(kTop);
+    g_menuRow = L"Close [site]";
+    g_menuSelects = g_menuKeys = 0;
+    HHOOK hook = ::SetWindowsHookExW(WH_CALLWNDPROC, CountMenuSelects, nullptr,
+                                     ::GetCurrentThreadId());
+    const UINT_PTR timer = ::SetTimer(nullptr, 0, 30, ChooseMenuRow);
+    MouseTo(TabCentre(docs[1]));
+    Button(true, true);
+    Button(false, true);
+    ::UnhookWindowsHookEx(hook);
+    ::KillTimer(nullptr, timer);
+    EXPECT_LT(0, g_menuSelects);
+    EXPECT_EQ(nullptr, session.ViewOf(docs[1]));
+    EXPECT_EQ(2, ::SendMessageW(Tabs(), TCM_GETITEMCOUNT, 0, 0));
+    HWND menu = ::FindWindowW(L"#32768", nullptr);
+    EXPECT_TRUE(menu == nullptr || !::IsWindowVisible(menu)) << "the menu is closed";
 }
 
 TEST_F(BarOnRealWindows, DraggingTheEdgeInTheCommandWindowWidensTheBarOnRelease) {
