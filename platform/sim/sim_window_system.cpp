@@ -333,11 +333,8 @@ std::intptr_t SimWindowSystem::DefaultProcedure(HostWindow* window, unsigned mes
     if (message == wm::kCommand && Window(window).className == ws::kDialogClass &&
         (wParam == 1 || wParam == 2))
         Show(window, false);
-    if (message == wm::kLButtonDown && Window(window).className == L"ScrollBar") {
-        const auto packed = static_cast<std::uint32_t>(lParam);
-        PressScrollBar(window, win::POINT{static_cast<std::int16_t>(packed & 0xFFFF),
-                                          static_cast<std::int16_t>(packed >> 16)});
-    }
+    if (message == wm::kLButtonDown && Window(window).className == L"ScrollBar")
+        PressScrollBar(window, PointOf(lParam));
     if (message == wm::kRButtonUp) {
         const win::POINT screen = ClientToScreen(window, PointOf(lParam));
         Send(window, wm::kContextMenu, reinterpret_cast<std::uintptr_t>(window),

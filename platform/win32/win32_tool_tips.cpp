@@ -31,10 +31,31 @@ HostToolTip* Win32ToolTips::Create(HostWindow* owner) {
                                  WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT,
                                  CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, Hwnd(owner), nullptr,
                                  ::GetModuleHandleW(nullptr), nullptr);
+    if (tip == nullptr)
+        return nullptr;
+    m_owners[tip] = Hwnd(owner);
+    ::SetWindowSubclass(Hwnd(owner), OwnerProc, reinterpret_cast<UINT_PTR>(tip),
+                        reinterpret_cast<DWORD_PTR>(this));
     return reinterpret_cast<HostToolTip*>(tip);
 }
 
+Win32ToolTips::~Win32ToolTips() {
+    while (!m_owners.empty())
+        Destroy(reinterpret_cast<HostToolTip*>(m_owners.begin()->first));
+}
+
+LRESULT CALLBACK Win32ToolTips::OwnerProc(HWND owner, UINT message, WPARAM wParam,
+                                          LPARAM lParam, UINT_PTR tip, DWORD_PTR self) {
+    if (message == WM_DESTROY)
+        reinterpret_cast<Win32ToolTips*>(self)->Destroy(reinterpret_cast<HostToolTip*>(tip));
+    return ::DefSubclassProc(owner, message, wParam, lParam);
+}
+
 void Win32ToolTips::Destroy(HostToolTip* tip) {
+    if (const auto owner = m_owners.find(Hwnd(tip)); owner != m_owners.end()) {
+        ::RemoveWindowSubclass(owner->second, OwnerProc, reinterpret_cast<UINT_PTR>(tip));
+        m_owners.erase(owner);
+    }
     if (::IsWindow(Hwnd(tip)))
         ::DestroyWindow(Hwnd(tip));
     std::erase_if(m_sources, [tip](const auto& entry) { return std::get<0>(entry.first) == Hwnd(tip); });

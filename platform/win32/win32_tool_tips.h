@@ -12,8 +12,16 @@
 
 #include "ports/tool_tips.h"
 
+// The system makes a popup's owner the top-level window of the one named, so a tip would outlive
+// a child window that owns it: the owner is watched, and its tips are destroyed with it. Tips
+// still alive when this object goes (the module unloading) are destroyed with it.
 class Win32ToolTips : public ToolTips {
 public:
+    Win32ToolTips() = default;
+    ~Win32ToolTips() override;
+    Win32ToolTips(const Win32ToolTips&) = delete;
+    Win32ToolTips& operator=(const Win32ToolTips&) = delete;
+
     HostToolTip* Create(HostWindow* owner) override;
     void Destroy(HostToolTip* tip) override;
     void Activate(HostToolTip* tip, bool active) override;
@@ -35,6 +43,10 @@ public:
 private:
     using ToolKey = std::tuple<HWND, HWND, UINT>;  // the control, the tool's window, its id
     void AskSource(HWND tip, HWND window, POINT point);
+    static LRESULT CALLBACK OwnerProc(HWND owner, UINT message, WPARAM wParam, LPARAM lParam,
+                                      UINT_PTR tip, DWORD_PTR self);
+
+    std::map<HWND, HWND> m_owners;  // each tip's owner
 
     std::map<ToolKey, ToolTipTextSource*> m_sources;  // not owned
 };

@@ -431,3 +431,21 @@ std::unique_ptr<Canvas> Win32WindowSystem::BeginPaint(HostWindow* window) {
     }
     return std::make_unique<PaintScopeCanvas>(hwnd, paint, std::move(memory));
 }
+
+static_assert(sif::kRange == SIF_RANGE && sif::kPage == SIF_PAGE && sif::kPos == SIF_POS &&
+              sif::kDisableNoScroll == SIF_DISABLENOSCROLL && sbs::kVert == SBS_VERT);
+
+int Win32WindowSystem::SetScrollInfo(HostWindow* bar, const ScrollInfo& info, bool redraw) {
+    SCROLLINFO si{sizeof(si), info.mask, info.min, info.max, info.page, info.pos, 0};
+    return ::SetScrollInfo(ToHwnd(bar), SB_CTL, &si, redraw ? TRUE : FALSE);
+}
+
+ScrollInfo Win32WindowSystem::GetScrollInfo(HostWindow* bar) {
+    SCROLLINFO si{sizeof(si), SIF_RANGE | SIF_PAGE | SIF_POS, 0, 0, 0, 0, 0};
+    ::GetScrollInfo(ToHwnd(bar), SB_CTL, &si);
+    return ScrollInfo{sif::kRange | sif::kPage | sif::kPos, si.nMin, si.nMax, si.nPage, si.nPos};
+}
+
+int Win32WindowSystem::SetScrollPos(HostWindow* bar, int pos, bool redraw) {
+    return ::SetScrollPos(ToHwnd(bar), SB_CTL, pos, redraw ? TRUE : FALSE);
+}

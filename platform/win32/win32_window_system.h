@@ -21,6 +21,7 @@
 #include <vector>
 
 #include "platform/win32/unique_handle.h"
+#include "ports/scroll_bar.h"
 #include "ports/window_system.h"
 
 struct Win32HostFrame {
@@ -32,7 +33,7 @@ struct Win32HostFrame {
     std::function<void(HWND frame)> recalcLayout;
 };
 
-class Win32WindowSystem : public WindowSystem {
+class Win32WindowSystem : public WindowSystem, public ScrollBars {
 public:
     explicit Win32WindowSystem(Win32HostFrame host,
                                HINSTANCE instance = ::GetModuleHandleW(nullptr));
@@ -81,6 +82,10 @@ public:
     win::POINT CursorPos() override;
     win::POINT ScreenToClient(HostWindow* window, win::POINT point) override;
     std::unique_ptr<Canvas> BeginPaint(HostWindow* window) override;
+    // Scroll bar controls (SB_CTL); the masks are the system's own values.
+    int SetScrollInfo(HostWindow* bar, const ScrollInfo& info, bool redraw) override;
+    ScrollInfo GetScrollInfo(HostWindow* bar) override;
+    int SetScrollPos(HostWindow* bar, int pos, bool redraw) override;
 
 private:
     void EnsureClass(const std::wstring& className);

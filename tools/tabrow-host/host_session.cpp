@@ -119,24 +119,88 @@ void HostSession::ViewActivated(HWND view) {
     }
 }
 
+namespace {
+
+// A window's client area as the screen shows it now, or null.
+std::unique_ptr<GdiCanvas> CopyFromScreen(HWND window) {
+    RECT client{};
+    if (window == nullptr || !::GetClientRect(window, &client) || client.right <= 0 ||
+        client.bottom <= 0)
+        return nullptr;
+    POINT corner{0, 0};
+    ::ClientToScreen(window, &corner);
+    const WindowDc screen = GetWindowDc(nullptr);
+    std::unique_ptr<GdiCanvas> canvas =
+        GdiCanvas::Create(client.right, client.bottom, screen.Get());
+    if (canvas != nullptr && !::BitBlt(canvas->Dc(), 0, 0, client.right, client.bottom,
+                                       screen.Get(), corner.x, corner.y, SRCCOPY))
+        canvas = nullptr;
+    return canvas;
+}
+
+class CanvasScreenShot : public HostScreenShot {
+public:
+    explicit CanvasScreenShot(GdiCanvas& canvas)
+        : m_width(canvas.Width()), m_height(canvas.Height()),
+          m_bgr(static_cast<std::size_t>(m_width) * m_height * 3) {
+        std::vector<std::uint8_t> rgb(m_bgr.size());
+        canvas.ReadRgb(0, 0, m_width, m_height, rgb.data());
+        for (std::size_t i = 0; i < rgb.size(); i += 3) {
+            m_bgr[i] = rgb[i + 2];
+            m_bgr[i + 1] = rgb[i + 1];
+            m_bgr[i + 2] = rgb[i];
+        }
+    }
+    int Width() const override { return m_width; }
+    int Height() const override { return m_height; }
+    const std::uint8_t* Pixels() const override { return m_bgr.data(); }
+    std::size_t Stride() const override { return static_cast<std::size_t>(m_width) * 3; }
+
+private:
+    int m_width, m_height;
+    std::vector<std::uint8_t> m_bgr;
+};
+
+}  // namespace
+
+bool ViewGraphics::HasGsView(int viewport) {
+    return m_session.Host().Graphics().HasGsView(viewport);
+}
+
+std::vector<int> ViewGraphics::ViewportVisualStyles() {
+    return m_session.Host().Graphics().ViewportVisualStyles();
+}
+
+std::unique_ptr<HostScreenShot> ViewGraphics::ScreenShot(int viewport) {
+    if (viewport != 0)
+        return nullptr;
+    std::unique_ptr<GdiCanvas> copy = CopyFromScreen(m_session.ActiveView());
+    return copy != nullptr ? std::make_unique<CanvasScreenShot>(*copy) : nullptr;
+}
+
+std::unique_ptr<Canvas> ViewGraphics::CopyClientArea(HostWindow* view) {
+    // The simulated host names the active drawing's view; the real one is its MDI child.
+    return view != nullptr ? CopyFromScreen(m_session.ActiveView()) : nullptr;
+}
+
+HostDrawingColors ViewGraphics::CurrentColors() {
+    return m_session.Host().Graphics().CurrentColors();
+}
+
+HWND HostSession::ActiveView() {
+    return ViewOf(m_host.MdiActiveDocument());
+}
+
 HostPicture HostSession::Screenshot() {
     ::RedrawWindow(m_frame.Frame(), nullptr, nullptr,
                    RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
     Pump();
-    RECT client{};
-    ::GetClientRect(m_frame.Frame(), &client);
-    POINT corner{0, 0};
-    ::ClientToScreen(m_frame.Frame(), &corner);
     HostPicture picture;
-    const WindowDc screen = GetWindowDc(nullptr);
-    std::unique_ptr<GdiCanvas> canvas =
-        GdiCanvas::Create(client.right, client.bottom, screen.Get());
+    const std::unique_ptr<GdiCanvas> canvas = CopyFromScreen(m_frame.Frame());
     if (canvas == nullptr)
         return picture;
-    ::BitBlt(canvas->Dc(), 0, 0, client.right, client.bottom, screen.Get(), corner.x, corner.y,
-             SRCCOPY);
-    picture.width = client.right;
-    picture.height = client.bottom;
+    picture.width = canvas->Width();
+    picture.height = canvas->Height();
     picture.rgb.resize(static_cast<std::size_t>(picture.width) * picture.height * 3);
     if (!canvas->ReadRgb(0, 0, picture.width, picture.height, picture.rgb.data()))
         picture = {};

@@ -17,9 +17,12 @@
 #include "platform/sim/sim_host.h"
 #include "platform/win32/gdi_font_rasteriser.h"
 #include "platform/win32/win32_file_system.h"
+#include "platform/win32/win32_popup_menus.h"
+#include "platform/win32/win32_profile_file.h"
 #include "platform/win32/win32_system_look.h"
 #include "platform/win32/win32_tab_controls.h"
 #include "platform/win32/win32_theme.h"
+#include "platform/win32/win32_tool_tips.h"
 #include "platform/win32/win32_window_procedures.h"
 #include "platform/win32/win32_window_system.h"
 
@@ -32,11 +35,18 @@ struct ModuleAdapters {
     Win32TabControls tabs;
     Win32Theme theme;
     Win32SystemLook look;
+    Win32ToolTips tips;
+    Win32PopupMenus menus;
+    Win32ProfileFile profiles;
     ScopedPort<WindowSystem> windowsPort{windows};
     ScopedPort<WindowProcedures> proceduresPort{procedures};
     ScopedPort<TabControls> tabsPort{tabs};
     ScopedPort<Theme> themePort{theme};
     ScopedPort<SystemLook> lookPort{look};
+    ScopedPort<ScrollBars> scrollBarsPort{windows};
+    ScopedPort<ToolTips> tipsPort{tips};
+    ScopedPort<PopupMenus> menusPort{menus};
+    ScopedPort<ProfileFile> profilesPort{profiles};
 };
 
 // What a screenshot holds: red, green, blue, rows from the top.
@@ -44,6 +54,24 @@ struct HostPicture {
     int width = 0;
     int height = 0;
     std::vector<std::uint8_t> rgb;
+};
+
+class HostSession;
+
+// The host's graphics system as the real frame shows it: both the screen shot and the copy of the
+// view's client area are taken from the screen where the active drawing's MDI child stands; which
+// viewports the graphics system draws, and the colours, are the simulated host's.
+class ViewGraphics : public HostGraphics {
+public:
+    explicit ViewGraphics(HostSession& session) : m_session(session) {}
+    bool HasGsView(int viewport) override;
+    std::vector<int> ViewportVisualStyles() override;
+    std::unique_ptr<HostScreenShot> ScreenShot(int viewport) override;
+    std::unique_ptr<Canvas> CopyClientArea(HostWindow* view) override;
+    HostDrawingColors CurrentColors() override;
+
+private:
+    HostSession& m_session;
 };
 
 class HostSession : private DocManagerReactor {
@@ -74,6 +102,8 @@ public:
     void Dispatch(const MSG& msg);
     // The drawing's MDI child, null when it has none.
     HWND ViewOf(HostDocument* doc) const;
+    // The active drawing's MDI child, null when none is active.
+    HWND ActiveView();
     // The frame's client area as the screen shows it.
     HostPicture Screenshot();
 
@@ -98,5 +128,7 @@ private:
         std::unique_ptr<SimDrawingView> painter;
     };
     std::map<HostDocument*, View> m_views;
+    ViewGraphics m_graphics{*this};
+    ScopedPort<HostGraphics> m_graphicsPort{m_graphics};
     int m_packetTag = 0;
 };

@@ -5,6 +5,8 @@
 
 #include <windows.h>
 
+#include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -12,6 +14,7 @@
 #include "gdi_test_support.h"
 #include "host/tabrow_app.h"
 #include "host_session.h"
+#include "ports/host_graphics.h"
 #include "settings/settings_keys.h"
 #include "support/png_writer.h"
 #include "support/test_files.h"
@@ -60,22 +63,26 @@ protected:
         ::SendInput(1, &move, sizeof move);
         session.Pump();
     }
-    void Button(bool down) {
+    void Button(bool down, bool right = false) {
         INPUT press{};
         press.type = INPUT_MOUSE;
-        press.mi.dwFlags = down ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_LEFTUP;
+        press.mi.dwFlags = right ? (down ? MOUSEEVENTF_RIGHTDOWN : MOUSEEVENTF_RIGHTUP)
+                                 : (down ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_LEFTUP);
         ::SendInput(1, &press, sizeof press);
         session.Pump();
     }
-    void ClickTabOf(HostDocument* doc) {
+    POINT TabCentre(HostDocument* doc) {
         RECT item{};
         const int index = g_pTabrow->m_tabCtrl.FindDocument(doc);
-        ASSERT_TRUE(
+        EXPECT_TRUE(
             ::SendMessageW(Tabs(), TCM_GETITEMRECT, index, reinterpret_cast<LPARAM>(&item)));
         POINT centre{(item.left + item.right) / 2, (item.top + item.bottom) / 2};
         ::ClientToScreen(Tabs(), &centre);
         ::SetForegroundWindow(session.Frame().Frame());
-        MouseTo(centre);
+        return centre;
+    }
+    void ClickTabOf(HostDocument* doc) {
+        MouseTo(TabCentre(doc));
         Button(true);
         Button(false);
     }
@@ -209,6 +216,78 @@ TEST_F(BarOnRealWindows, AClickOnATabSwitchesDrawingsUnlessACommandRuns) {
     session.Host().CancelCommand();
 }
 
+TEST_F(BarOnRealWindows, TheMouseRestingOnATabShowsTheDrawingsTipAfterTheDelay) {
+    session.StoreSetting(keys::kShowDwgPropsInTips, 1);
+    LoadDocked(kTop);
+    const auto tip = reinterpret_cast<HWND>(g_pTabrow->m_tip);
+    for (HostDocument* doc : {docs[1], docs[2]}) {
+        MouseTo(TabCentre(doc));
+        const DWORD start = ::GetTickCount();
+        while (!::IsWindowVisible(tip) && ::GetTickCount() - start < 3000) {
+            ::Sleep(20);
+            session.Pump();
+        }
+        ASSERT_TRUE(::IsWindowVisible(tip));
+        TTTOOLINFOW tool{};
+        tool.cbSize = sizeof tool;
+        ASSERT_TRUE(::SendMessageW(tip, TTM_GETCURRENTTOOLW, 0, reinterpret_cast<LPARAM>(&tool)));
+        std::wstring text(1024, L'\0');
+        tool.lpszText = text.data();
+        ::SendMessageW(tip, TTM_GETTEXTW, text.size(), reinterpret_cast<LPARAM>(&tool));
+        EXPECT_EQ(g_pTabrow->GetTipText(doc), std::wstring(text.c_str()));
+    }
+}
+
+// The user in an open menu: arrow keys down the rows until the one whose text begins so is lit,
+// then Enter; Esc when no such row comes round. Runs from a timer, which the menu's own loop
+// dispatches.
+std::wstring g_menuRow;
+int g_menuSelects = 0;
+int g_menuKeys = 0;
+
+void CALLBACK ChooseMenuRow(HWND, UINT, UINT_PTR timer, DWORD) {
+    HWND menuWindow = ::FindWindowW(L"#32768", nullptr);
+    if (menuWindow == nullptr || !::IsWindowVisible(menuWindow))
+        return;
+    const auto menu = reinterpret_cast<HMENU>(::SendMessageW(menuWindow, MN_GETHMENU, 0, 0));
+    for (int i = 0; i < ::GetMenuItemCount(menu); ++i) {
+        wchar_t text[256] = L"";
+        ::GetMenuStringW(menu, static_cast<UINT>(i), text, 256, MF_BYPOSITION);
+        if ((::GetMenuState(menu, static_cast<UINT>(i), MF_BYPOSITION) & MF_HILITE) != 0 &&
+            std::wstring(text).starts_with(g_menuRow)) {
+            ::KillTimer(nullptr, timer);
+            ::PostMessageW(menuWindow, WM_KEYDOWN, VK_RETURN, 0);
+            return;
+        }
+    }
+    ::PostMessageW(menuWindow, WM_KEYDOWN, ++g_menuKeys < 100 ? VK_DOWN : VK_ESCAPE, 0);
+}
+
+LRESULT CALLBACK CountMenuSelects(int code, WPARAM wParam, LPARAM lParam) {
+    if (code == HC_ACTION && reinterpret_cast<const CWPSTRUCT*>(lParam)->message == WM_MENUSELECT)
+        ++g_menuSelects;
+    return ::CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+TEST_F(BarOnRealWindows, ARightClickOnATabOpensTheMenuWhoseRowActsOnThatDrawing) {
+    LoadDocked(kTop);
+    g_menuRow = L"Close [site]";
+    g_menuSelects = g_menuKeys = 0;
+    HHOOK hook = ::SetWindowsHookExW(WH_CALLWNDPROC, CountMenuSelects, nullptr,
+                                     ::GetCurrentThreadId());
+    const UINT_PTR timer = ::SetTimer(nullptr, 0, 30, ChooseMenuRow);
+    MouseTo(TabCentre(docs[1]));
+    Button(true, true);
+    Button(false, true);
+    ::UnhookWindowsHookEx(hook);
+    ::KillTimer(nullptr, timer);
+    EXPECT_LT(0, g_menuSelects);
+    EXPECT_EQ(nullptr, session.ViewOf(docs[1]));
+    EXPECT_EQ(2, ::SendMessageW(Tabs(), TCM_GETITEMCOUNT, 0, 0));
+    HWND menu = ::FindWindowW(L"#32768", nullptr);
+    EXPECT_TRUE(menu == nullptr || !::IsWindowVisible(menu)) << "the menu is closed";
+}
+
 TEST_F(BarOnRealWindows, DraggingTheEdgeInTheCommandWindowWidensTheBarOnRelease) {
     LoadDocked(kCmdLeft);
     const RECT before = RectInParent(Bar());
@@ -254,6 +333,49 @@ TEST_F(BarOnRealWindows, AFloatingBarStandsInAWindowOfItsOwnAndLeavesTheHostItsR
     EXPECT_NEAR((work.top + work.bottom) / 2, (placed.top + placed.bottom) / 2, 1);
 }
 
+// In preview mode the thumbnails are the MDI children as the screen shows them: the graphics
+// port's copy is the view's part of the frame's picture, and each cell shows more than a plain
+// fill. The frame is saved as host-previews-SIDE.png beside the program.
+class PreviewBar : public BarOnRealWindows, public ::testing::WithParamInterface<int> {};
+INSTANTIATE_TEST_SUITE_P(FourSides, PreviewBar, ::testing::Values(kTop, kLeft, kRight, kBottom));
+
+TEST_P(PreviewBar, ThumbnailsShowTheViewsOfTheRealFrame) {
+    LoadDocked(GetParam(), false);
+    for (HostDocument* doc : docs)
+        session.Host().ActivateDocument(doc);
+    const HostPicture screen = session.Screenshot();
+    ASSERT_FALSE(screen.rgb.empty());
+    EXPECT_TRUE(SavePng(BesideProgram(L"host-previews-" + std::to_wstring(GetParam()) + L".png"),
+                        screen.rgb.data(), screen.width, screen.height, screen.width * 3));
+    const auto area = [&](HWND window, RECT r) {
+        ::MapWindowPoints(window, session.Frame().Frame(), reinterpret_cast<POINT*>(&r), 2);
+        std::vector<std::uint8_t> rgb;
+        for (int y = r.top; y < r.bottom; ++y)
+            rgb.insert(rgb.end(), &screen.rgb[(y * screen.width + r.left) * 3],
+                       &screen.rgb[(y * screen.width + r.right) * 3]);
+        return rgb;
+    };
+    RECT view{};
+    ::GetClientRect(ActiveView(), &view);
+    const std::unique_ptr<Canvas> copy =
+        Use<HostGraphics>().CopyClientArea(session.Host().ActiveDwgView());
+    ASSERT_NE(nullptr, copy);
+    std::vector<std::uint8_t> copied(static_cast<std::size_t>(view.right) * view.bottom * 3);
+    ASSERT_TRUE(copy->ReadRgb(0, 0, view.right, view.bottom, copied.data()));
+    EXPECT_EQ("", FirstDifference(area(ActiveView(), view), copied, view.right, {0, 0, view.right, view.bottom}));
+    const auto palette = reinterpret_cast<HWND>(g_pTabrow->m_palette.m_hWnd);
+    for (HostDocument* doc : docs) {
+        const TrDocItem* item = g_pTabrow->m_palette.FindItem(doc);
+        ASSERT_NE(nullptr, item);
+        const win::RECT& r = item->rcItem;
+        const std::vector<std::uint8_t> cell = area(palette, {r.left, r.top, r.right, r.bottom});
+        std::set<std::uint32_t> colours;
+        for (std::size_t i = 0; i < cell.size(); i += 3)
+            colours.insert(cell[i] << 16 | cell[i + 1] << 8 | cell[i + 2]);
+        EXPECT_LT(8u, colours.size()) << "the cell of " << doc;
+    }
+}
+
 int ThreadWindows() {
     int count = 0;
     ::EnumThreadWindows(
@@ -270,7 +392,7 @@ int ThreadWindows() {
 
 int ModuleClasses() {
     int count = 0;
-    for (const wchar_t* name : {L"HvTabrow", L"HvDwgPalette", L"HvTrFloatWnd"}) {
+    for (const wchar_t* name : {L"HvTabrow", L"HvDwgPalette"}) {
         WNDCLASSEXW wc{};
         wc.cbSize = sizeof wc;
         count += ::GetClassInfoExW(::GetModuleHandleW(nullptr), name, &wc) ? 1 : 0;
@@ -285,7 +407,7 @@ TEST_F(BarOnRealWindows, TenLoadsAndUnloadsLeaveNoGdiObjectWindowOrClassBehind) 
     EXPECT_EQ(0, ModuleClasses());
     for (int i = 0; i < 10; ++i) {
         ASSERT_TRUE(session.Load());
-        EXPECT_EQ(3, ModuleClasses());
+        EXPECT_EQ(2, ModuleClasses());
         session.Unload();
     }
     EXPECT_EQ(gdi, LiveGdiObjects());
