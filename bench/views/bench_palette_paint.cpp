@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "against_fill.h"
+#include "against_baseline.h"
 #include "platform/sim/canvas/software_canvas.h"
 #include "ports/port.h"
 #include "views/image_ops.h"

@@ -5,12 +5,12 @@
 
 #include <benchmark/benchmark.h>
 
-#include <chrono>
 #include <cstring>
 #include <filesystem>
 #include <map>
 #include <vector>
 
+#include "against_baseline.h"
 #include "platform/sim/canvas/software_canvas.h"
 #include "platform/sim/sim_file_system.h"
 #include "platform/sim/sim_host.h"
@@ -19,13 +19,8 @@
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
 constexpr int kDrawings = 40;
 constexpr win::RECT kView{0, 0, 1920, 1080};
-
-double Milliseconds(Clock::duration d) {
-    return std::chrono::duration<double, std::milli>(d).count();
-}
 
 // A screen shot read where the host keeps it.
 class HeldScreenShot : public HostScreenShot {
@@ -95,27 +90,21 @@ void BM_RenewFortyThumbnails(benchmark::State& state) {
 
     const std::size_t grabBytes = static_cast<std::size_t>(kView.Width()) * kView.Height() * 3;
     std::vector<std::uint8_t> copies(grabBytes);
-    double copyMs = 0;
-    double renewMs = 0;
-    for (auto _ : state) {
-        const auto t0 = Clock::now();
-        for (HostDocument* doc : host.Documents()) {
-            std::memcpy(copies.data(), screen.Picture(doc).data(), grabBytes);
-            benchmark::ClobberMemory();
-        }
-        const auto t1 = Clock::now();
-        for (auto& item : palette.m_items)
-            item->bDirty = true;
-        palette.RefreshPreviews();
-        const auto t2 = Clock::now();
-        copyMs += Milliseconds(t1 - t0);
-        renewMs += Milliseconds(t2 - t1);
-        benchmark::DoNotOptimize(palette.m_items.back()->hImage.data());
-    }
-    const double n = static_cast<double>(state.iterations());
-    state.counters["memcpy_ms"] = copyMs / n;
-    state.counters["renew_ms"] = renewMs / n;
-    state.counters["ratio"] = renewMs / copyMs;
+    TimeAgainstBaseline(
+        state, "memcpy",
+        [&] {
+            for (HostDocument* doc : host.Documents()) {
+                std::memcpy(copies.data(), screen.Picture(doc).data(), grabBytes);
+                benchmark::ClobberMemory();
+            }
+        },
+        "renew",
+        [&] {
+            for (auto& item : palette.m_items)
+                item->bDirty = true;
+            palette.RefreshPreviews();
+            benchmark::DoNotOptimize(palette.m_items.back()->hImage.data());
+        });
 }
 BENCHMARK(BM_RenewFortyThumbnails)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 

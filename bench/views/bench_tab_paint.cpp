@@ -11,7 +11,7 @@
 #include "ports/port.h"
 #include "ports/tab_control.h"
 #include "views/tab_painter.h"
-#include "against_fill.h"
+#include "against_baseline.h"
 
 #ifdef TABROW_HAS_FREETYPE
 #include "platform/sim/canvas/freetype_font_rasteriser.h"

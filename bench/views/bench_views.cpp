@@ -4,13 +4,13 @@
 
 #include <benchmark/benchmark.h>
 
-#include <chrono>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <random>
 #include <vector>
 
+#include "against_baseline.h"
 #include "foundation/text_encoding.h"
 #include "platform/posix/posix_file_system.h"
 #include "ports/port.h"
@@ -20,12 +20,6 @@
 #include "views/image_ops.h"
 
 namespace {
-
-using Clock = std::chrono::steady_clock;
-
-double Milliseconds(Clock::duration d) {
-    return std::chrono::duration<double, std::milli>(d).count();
-}
 
 // A grab that looks like a drawing: a light background, lines, and noise in the low bits.
 std::vector<std::uint8_t> MakeGrab(unsigned width, unsigned height) {
@@ -65,22 +59,9 @@ void BM_ThumbnailOfGrab(benchmark::State& state) {
     const auto height = static_cast<unsigned>(state.range(1));
     const std::vector<std::uint8_t> grab = MakeGrab(width, height);
     std::vector<std::uint8_t> copy(grab.size());
-    double copyMs = 0;
-    double pipelineMs = 0;
-    for (auto _ : state) {
-        const auto t0 = Clock::now();
-        std::memcpy(copy.data(), grab.data(), grab.size());
-        benchmark::ClobberMemory();
-        const auto t1 = Clock::now();
-        benchmark::DoNotOptimize(Thumbnail(grab, width, height));
-        const auto t2 = Clock::now();
-        copyMs += Milliseconds(t1 - t0);
-        pipelineMs += Milliseconds(t2 - t1);
-    }
-    const double n = static_cast<double>(state.iterations());
-    state.counters["memcpy_ms"] = copyMs / n;
-    state.counters["pipeline_ms"] = pipelineMs / n;
-    state.counters["ratio"] = pipelineMs / copyMs;
+    TimeAgainstBaseline(
+        state, "memcpy", [&] { std::memcpy(copy.data(), grab.data(), grab.size()); },
+        "pipeline", [&] { benchmark::DoNotOptimize(Thumbnail(grab, width, height)); });
     state.SetLabel(AreaReductionKernel());
 }
 BENCHMARK(BM_ThumbnailOfGrab)
@@ -124,29 +105,23 @@ void BM_ReadPreviews(benchmark::State& state) {
     std::vector<std::wstring> paths;
     for (const auto& path : folder.Paths())
         paths.push_back(FromUtf8(path.string()));
-    double plainMs = 0;
-    double readMs = 0;
-    for (auto _ : state) {
-        const auto t0 = Clock::now();
-        std::size_t bytes = 0;
-        for (const std::wstring& path : paths)
-            bytes += files.ReadAll(path, 1u << 30)->size();
-        benchmark::DoNotOptimize(bytes);
-        const auto t1 = Clock::now();
-        int pictures = 0;
-        for (const std::wstring& path : paths) {
-            TrDwgPreview preview;
-            pictures += preview.Read(path, false);
-        }
-        benchmark::DoNotOptimize(pictures);
-        const auto t2 = Clock::now();
-        plainMs += Milliseconds(t1 - t0);
-        readMs += Milliseconds(t2 - t1);
-    }
-    const double n = static_cast<double>(state.iterations());
-    state.counters["plain_reads_ms"] = plainMs / n;
-    state.counters["previews_ms"] = readMs / n;
-    state.counters["ratio"] = readMs / plainMs;
+    TimeAgainstBaseline(
+        state, "plain_reads",
+        [&] {
+            std::size_t bytes = 0;
+            for (const std::wstring& path : paths)
+                bytes += files.ReadAll(path, 1u << 30)->size();
+            benchmark::DoNotOptimize(bytes);
+        },
+        "previews",
+        [&] {
+            int pictures = 0;
+            for (const std::wstring& path : paths) {
+                TrDwgPreview preview;
+                pictures += preview.Read(path, false);
+            }
+            benchmark::DoNotOptimize(pictures);
+        });
 }
 BENCHMARK(BM_ReadPreviews)->Unit(benchmark::kMillisecond);
 
